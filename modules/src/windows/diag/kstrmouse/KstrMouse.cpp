@@ -1,0 +1,111 @@
+#include "KstrMouse.h"
+
+#include <afxdisp.h>
+#include <gdiplus.h>
+
+#include "harn5/DiagModule.h"
+#include "harn5/HarnException.h"
+#include "ksx/AssertionFailure.h"
+#include "ksx/DLLSearchPathRestriction.h"
+#include "ksx/Exception.h"
+#include "ksx/Log.h"
+#include "ksx/OStream.h"
+#include "ksxui/CommandLineParser.h"
+
+using harn5::DeviceCapability;
+using harn5::DiagModule;
+using harn5::TestResult;
+
+namespace {
+
+ksx::Logger* s_log = nullptr;  // "kstrmouse", shared by everything in this file
+
+// Source lines that log readers and hosts match on.
+constexpr int kLineModuleInitFailed = 114;
+constexpr int kLineRunTrace = 137;
+constexpr int kLineMouseTestTrace = 168;
+constexpr int kLineMouseTestAssert = 172;
+constexpr int kLineMouseInteractiveTestTrace = 182;
+constexpr int kLineDialogMissing = 186;
+
+constexpr unsigned int kVersionMajor = 6;
+constexpr unsigned int kVersionMinor = 5;
+constexpr const char* kVersionBuild = "000000001";
+constexpr const char* kModuleFileName = "kstrmouse.kmx";
+
+// The framework's own window class for the module's windows: byte-aligned, double clicks.
+constexpr UINT kModuleClassStyle = CS_BYTEALIGNWINDOW | CS_DBLCLKS | CS_HREDRAW | CS_VREDRAW;
+
+// Until a test's dialog is built into the module, the test says so instead of showing nothing.
+TestResult dialogNotAvailable(const char* test)
+{
+    KSX_LOG(s_log, "kstrmouse", ksx::LoggerPriority::PRIORITY_WARNING, kLineDialogMissing,
+            test + ": its dialog is not part of this build");
+    return TestResult::CANNOTRUN();
+}
+
+}  // namespace
+
+CKstrMouseGUIApp theApp;
+
+CKstrMouseGUIApp::CKstrMouseGUIApp() : CWinApp(nullptr) {}
+
+BOOL CKstrMouseGUIApp::InitInstance()
+{
+    if (!AfxOleInit()) {
+        AfxMessageBox(L"Ole Initialization Failed", 0, 0);
+        return FALSE;
+    }
+    AfxEnableControlContainer(nullptr);
+    AfxRegisterWndClass(kModuleClassStyle, nullptr, nullptr, nullptr);
+    return TRUE;
+}
+
+int CKstrMouseGUIApp::Run()
+{
+    KSX_TRACE(trace, s_log, "kstrmouse", "KSTRMouse Run", "KstrMouse", kLineRunTrace);
+    int result = 0;
+    ksxui::CommandLineParser parser{ksx::String(kModuleFileName)};
+    ParseCommandLine(parser);
+    const char** argv = parser.argv();
+    const int argc = parser.argc();
+    try {
+        ksx::DLLSearchPathRestriction::configure(ksx::DLLSearchPathRestriction::SYSTEM_DIRECTORY_ONLY);
+        DiagModule::setCmdLineArgs(argc, argv);
+        DiagModule::setVersion(kVersionMajor, kVersionMinor, harn5::HarnString(kVersionBuild));
+        DiagModule::setModuleInitCallback(&moduleInit);
+        result = DiagModule::start();
+    } catch (const ksx::Exception& e) {
+        ksx::cerr << "Exception: " << e.toString().getUTF8String().c_str() << ksx::endl;
+        result = TestResult::EXITEDABNORMALLY().value();
+    } catch (const harn5::HarnException& e) {
+        ksx::cerr << "HarnException: " << e.toString().getUTF8Buffer() << ksx::endl;
+        result = TestResult::EXITEDABNORMALLY().value();
+    } catch (...) {
+        // Anything else is not the host's or the core's: the run ends quietly with 0.
+    }
+    return result;
+}
+
+void moduleInit()
+{
+    const Gdiplus::GdiplusStartupInput input(nullptr, FALSE, FALSE);
+    ULONG_PTR token = 0;
+    if (Gdiplus::GdiplusStartup(&token, &input, nullptr) != Gdiplus::Ok) {
+        KSX_LOG(s_log, "kstrmouse", ksx::LoggerPriority::PRIORITY_TRACE, kLineModuleInitFailed,
+                "moduleInit()::GdiplusStartup() call failed");
+    }
+}
+
+TestResult MouseTest(const harn5::DiagDevice& device)
+{
+    KSX_TRACE(trace, s_log, "kstrmouse", "Enter MouseTest", "KstrMouse", kLineMouseTestTrace);
+    KSX_ASSERT(device.hasCapability(DeviceCapability::Mouse()), "KstrMouse", kLineMouseTestAssert);
+    return dialogNotAvailable("MouseTest");
+}
+
+TestResult MouseInteractiveTest(const harn5::DiagDevice& /*device*/)
+{
+    KSX_TRACE(trace, s_log, "kstrmouse", "Enter MouseInteractiveTest", "KstrMouse", kLineMouseInteractiveTestTrace);
+    return dialogNotAvailable("MouseInteractiveTest");
+}

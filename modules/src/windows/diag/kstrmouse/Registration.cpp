@@ -1,0 +1,191 @@
+// Everything the host must know about the module, registered during static initialisation.
+// One translation unit keeps the host's order fixed: within a file, initialisers run in the order
+// they are written, whatever the link order.
+#include "Registration.h"
+
+#include "KstrMouse.h"
+#include "synaptics/synaptics.h"
+
+using harn5::DataType;
+using harn5::DeviceCapability;
+using harn5::DiagModule;
+using harn5::HarnString;
+
+namespace {
+
+harn5::Event* event(const char* name) { return DiagModule::createEvent(HarnString(name)); }
+harn5::LocalizedString* text(const char* key) { return DiagModule::createLocalizedString(HarnString(key)); }
+harn5::Parameter* parameter(const char* name, const DataType& type)
+{
+    return DiagModule::createParameter(HarnString(name), type, HarnString(""), false, true);
+}
+
+}  // namespace
+
+namespace kstrmouse {
+
+// 1. Touchpad and TrackPoint events.
+harn5::Event* const events::TestFailedTouchPadOrTrackpoint = event("TestFailedTouchPadOrTrackpoint");
+harn5::Event* const events::DriverCommunicationError = event("DriverCommunicationError");
+
+// 2. Touchpad and TrackPoint dialog texts.
+harn5::LocalizedString* const texts::SynXCoordinate = text("SynXCoordinate");
+harn5::LocalizedString* const texts::SynYCoordinate = text("SynYCoordinate");
+harn5::LocalizedString* const texts::SynWidth = text("SynWidth");
+harn5::LocalizedString* const texts::SynLButtonPressed = text("SynLButtonPressed");
+harn5::LocalizedString* const texts::SynRButtonPressed = text("SynRButtonPressed");
+harn5::LocalizedString* const texts::SynMButtonPressed = text("SynMButtonPressed");
+harn5::LocalizedString* const texts::Yes = text("Yes");
+harn5::LocalizedString* const texts::No = text("No");
+harn5::LocalizedString* const texts::SynDeviceStatus = text("SynDeviceStatus");
+harn5::LocalizedString* const texts::TouchpadInstructions = text("TouchpadInstructions");
+harn5::LocalizedString* const texts::TrackpointInstructions = text("TrackpointInstructions");
+harn5::LocalizedString* const texts::SynButtonInstructions = text("SynButtonInstructions");
+
+// 3. More Info texts.
+harn5::LocalizedString* const texts::MsgMouseMoreInfo3200 = text("MsgMouseMoreInfo3200");
+harn5::LocalizedString* const texts::MsgMouseMoreInfo3201 = text("MsgMouseMoreInfo3201");
+harn5::LocalizedString* const texts::MsgMouseMoreInfo3202 = text("MsgMouseMoreInfo3202");
+harn5::LocalizedString* const texts::MsgMouseMoreInfo3203 = text("MsgMouseMoreInfo3203");
+harn5::LocalizedString* const texts::MsgMouseMoreInfo3204 = text("MsgMouseMoreInfo3204");
+harn5::LocalizedString* const texts::MsgMouseMoreInfo3205 = text("MsgMouseMoreInfo3205");
+harn5::LocalizedString* const texts::MsgMouseMoreInfo3206 = text("MsgMouseMoreInfo3206");
+harn5::LocalizedString* const texts::MsgMouseMoreInfo3207 = text("MsgMouseMoreInfo3207");
+harn5::LocalizedString* const texts::MsgMouseMoreInfo3208 = text("MsgMouseMoreInfo3208");
+harn5::LocalizedString* const texts::MsgMouseMoreInfoButtonOk = text("MsgMouseMoreInfoButtonOk");
+
+// 4. Parameters of the touchpad and TrackPoint tests (the pass-button pair is shared with MouseTest).
+harn5::Parameter* const params::ExcludedThreeButtonDisplayByPnPID =
+    parameter("ExcludedThreeButtonDisplayByPnPID", DataType::STRINGARRAY());
+harn5::Parameter* const params::bDisablePassUntilFinished = parameter("bDisablePassUntilFinished", DataType::BOOLEAN());
+harn5::Parameter* const params::bDisablePassUntilStarted = parameter("bDisablePassUntilStarted", DataType::BOOLEAN());
+
+namespace {
+
+// 5. The touchpad and TrackPoint tests share one entry point; their handles are not kept.
+[[maybe_unused]] harn5::Test* const touchpadTest =
+    DiagModule::createTest(HarnString("TouchpadTest"),
+                           DeviceCapability::Mouse() | DeviceCapability::SynapticsMouse() |
+                               DeviceCapability::SynapticsTouchPad(),
+                           &runSynapticsTest)
+        ->setInteractive(true)
+        ->setCreatesOwnGUI(true)
+        ->addParameter(params::bDisablePassUntilFinished)
+        ->addParameter(params::bDisablePassUntilStarted);
+
+[[maybe_unused]] harn5::Test* const trackPointTest =
+    DiagModule::createTest(HarnString("TrackPointTest"),
+                           DeviceCapability::Mouse() | DeviceCapability::SynapticsMouse() |
+                               DeviceCapability::SynapticsTrackpoint(),
+                           &runSynapticsTest)
+        ->setInteractive(true)
+        ->setCreatesOwnGUI(true)
+        ->addParameter(params::bDisablePassUntilFinished)
+        ->addParameter(params::bDisablePassUntilStarted)
+        ->addParameter(params::ExcludedThreeButtonDisplayByPnPID);
+
+}  // namespace
+
+// 6. Events of the touchpad entry and the classic dialog.
+harn5::Event* const events::SynapticsBlacklistVersion = event("SynapticsBlacklistVersion");
+harn5::Event* const events::ErrorDuringInit = event("ErrorDuringInit");
+harn5::Event* const events::TestFailed = event("TestFailed");
+harn5::Event* const events::UserMimicMiddleButton = event("UserMimicMiddleButton");
+
+// 7. Classic dialog texts; two of them are registered for the host but shown nowhere.
+harn5::LocalizedString* const texts::MsgMouseGroupBoxInstructions = text("MsgMouseGroupBoxInstructions");
+harn5::LocalizedString* const texts::MsgMouseStatusDescription = text("MsgMouseStatusDescription");
+harn5::LocalizedString* const texts::MsgMouseDragAndDropDescription = text("MsgMouseDragAndDropDescription");
+harn5::LocalizedString* const texts::MsgMouseDoubleClickDescription = text("MsgMouseDoubleClickDescription");
+harn5::LocalizedString* const texts::MsgMouseGroupBoxMouseStatus = text("MsgMouseGroupBoxMouseStatus");
+harn5::LocalizedString* const texts::MsgMouseLabelPosition = text("MsgMouseLabelPosition");
+harn5::LocalizedString* const texts::MsgMouseGroupBoxDragAndDrop = text("MsgMouseGroupBoxDragAndDrop");
+harn5::LocalizedString* const texts::MsgMouseGroupBoxDoubleClick = text("MsgMouseGroupBoxDoubleClick");
+harn5::LocalizedString* const texts::MsgMouseButtonLabelMoreInfo = text("MsgMouseButtonLabelMoreInfo");
+harn5::LocalizedString* const texts::MsgMouseButtonLabelClose = text("MsgMouseButtonLabelClose");
+harn5::LocalizedString* const texts::MsgMouseButtonLabelPass = text("MsgMouseButtonLabelPass");
+harn5::LocalizedString* const texts::MsgMouseButtonLabelFail = text("MsgMouseButtonLabelFail");
+namespace {
+[[maybe_unused]] harn5::LocalizedString* const msgMouseCancelDescription = text("MsgMouseCancelDescription");
+}
+harn5::LocalizedString* const texts::MsgMouseFailDescription = text("MsgMouseFailDescription");
+harn5::LocalizedString* const texts::MsgMousePassDescription = text("MsgMousePassDescription");
+namespace {
+[[maybe_unused]] harn5::LocalizedString* const msgMouseMoreInfoDescription = text("MsgMouseMoreInfoDescription");
+}
+
+// 8. Click test texts.
+harn5::LocalizedString* const texts::MOUSE_INTERACTIVE_TEST_INDEX = text("MOUSE_INTERACTIVE_TEST_INDEX");
+harn5::LocalizedString* const texts::MOUSE_LEFT_CLICK_TEST_INSTRUCTION = text("MOUSE_LEFT_CLICK_TEST_INSTRUCTION");
+harn5::LocalizedString* const texts::MOUSE_RIGHT_CLICK_TEST_INSTRUCTION = text("MOUSE_RIGHT_CLICK_TEST_INSTRUCTION");
+harn5::LocalizedString* const texts::MOUSE_MIDDLE_CLICK_TEST_INSTRUCTION = text("MOUSE_MIDDLE_CLICK_TEST_INSTRUCTION");
+harn5::LocalizedString* const texts::MOUSE_MIDDLE_CLICK_TEST_INSTRUCTION_TESTING_REQUIRED =
+    text("MOUSE_MIDDLE_CLICK_TEST_INSTRUCTION_TESTING_REQUIRED");
+harn5::LocalizedString* const texts::MOUSE_DOUBLE_CLICK_TEST_INSTRUCTION = text("MOUSE_DOUBLE_CLICK_TEST_INSTRUCTION");
+harn5::LocalizedString* const texts::MOUSE_CLICK_SUCCESSFUL_COMPLETION_INSTRUCTION =
+    text("MOUSE_CLICK_SUCCESSFUL_COMPLETION_INSTRUCTION");
+harn5::LocalizedString* const texts::MOUSE_SIDE_BUTTON_1_TEST_INSTRUCTION = text("MOUSE_SIDE_BUTTON_1_TEST_INSTRUCTION");
+harn5::LocalizedString* const texts::MOUSE_SIDE_BUTTON_2_TEST_INSTRUCTION = text("MOUSE_SIDE_BUTTON_2_TEST_INSTRUCTION");
+harn5::LocalizedString* const texts::MOUSE_DRAG_TEST_INSTRUCTION = text("MOUSE_DRAG_TEST_INSTRUCTION");
+harn5::LocalizedString* const texts::MOUSE_POINTER_POSITION = text("MOUSE_POINTER_POSITION");
+harn5::LocalizedString* const texts::MOUSE_WHEEL_UP_TEST_INSTRUCTION = text("MOUSE_WHEEL_UP_TEST_INSTRUCTION");
+harn5::LocalizedString* const texts::MOUSE_WHEEL_DOWN_TEST_INSTRUCTION = text("MOUSE_WHEEL_DOWN_TEST_INSTRUCTION");
+
+// 9. Click test events.
+harn5::Event* const events::LEFT_MOUSE_CLICK_NOT_RECEIVED = event("LEFT_MOUSE_CLICK_NOT_RECEIVED");
+harn5::Event* const events::RIGHT_MOUSE_CLICK_NOT_RECEIVED = event("RIGHT_MOUSE_CLICK_NOT_RECEIVED");
+harn5::Event* const events::SCROLL_WHEEL_MOUSE_CLICK_NOT_RECEIVED = event("SCROLL_WHEEL_MOUSE_CLICK_NOT_RECEIVED");
+harn5::Event* const events::MOUSE_DOUBLE_CLICK_NOT_RECEIVED = event("MOUSE_DOUBLE_CLICK_NOT_RECEIVED");
+harn5::Event* const events::SCROLL_WHEEL_TESTING_SKIPPED = event("SCROLL_WHEEL_TESTING_SKIPPED");
+harn5::Event* const events::SCROLL_WHEEL_UP_NOT_RECEIVED = event("SCROLL_WHEEL_UP_NOT_RECEIVED");
+harn5::Event* const events::SCROLL_WHEEL_DOWN_NOT_RECEIVED = event("SCROLL_WHEEL_DOWN_NOT_RECEIVED");
+harn5::Event* const events::FIRST_SIDE_MOUSE_BUTTON_NOT_RECEIVED = event("FIRST_SIDE_MOUSE_BUTTON_NOT_RECEIVED");
+harn5::Event* const events::SECOND_SIDE_MOUSE_BUTTON_NOT_RECEIVED = event("SECOND_SIDE_MOUSE_BUTTON_NOT_RECEIVED");
+harn5::Event* const events::MOUSE_DRAG_NOT_RECEIVED = event("MOUSE_DRAG_NOT_RECEIVED");
+
+// 10. Parameters of the two mouse tests.
+harn5::Parameter* const params::iForceMouseType = parameter("iForceMouseType", DataType::UINT32());
+harn5::Parameter* const params::iRequestFocusWhenLost = parameter("iRequestFocusWhenLost", DataType::UINT32());
+harn5::Parameter* const params::bRequireDoubleClick = parameter("bRequireDoubleClick", DataType::BOOLEAN());
+harn5::Parameter* const params::bRequireDragAndDrop = parameter("bRequireDragAndDrop", DataType::BOOLEAN());
+harn5::Parameter* const params::bRequireLeftClick = parameter("bRequireLeftClick", DataType::BOOLEAN());
+harn5::Parameter* const params::bRequireRightClick = parameter("bRequireRightClick", DataType::BOOLEAN());
+harn5::Parameter* const params::bRequireAllButtons = parameter("bRequireAllButtons", DataType::BOOLEAN());
+harn5::Parameter* const params::TestGamingButtons = parameter("TestGamingButtons", DataType::BOOLEAN());
+harn5::Parameter* const params::RequireScrollWheelButton = parameter("RequireScrollWheelButton", DataType::BOOLEAN());
+
+// 11. The two mouse tests; a device of the touchpad wrapper (it has an SP_Handle) is never offered.
+harn5::Test* const tests::MouseInteractiveTest =
+    DiagModule::createTest(HarnString("MouseInteractiveTest"), DeviceCapability::Mouse(), &::MouseInteractiveTest)
+        ->setEnumeratesOnlyOnce(true)
+        ->setInteractive(true)
+        ->setCreatesOwnGUI(true)
+        ->addDevicePropertyExclusion(HarnString("SP_Handle"), HarnString(""))
+        ->addParameter(params::TestGamingButtons)
+        ->addParameter(params::RequireScrollWheelButton);
+
+harn5::Test* const tests::MouseTest =
+    DiagModule::createTest(HarnString("MouseTest"), DeviceCapability::Mouse(), &::MouseTest)
+        ->setEnumeratesOnlyOnce(true)
+        ->setInteractive(true)
+        ->setCreatesOwnGUI(true)
+        ->addDevicePropertyExclusion(HarnString("SP_Handle"), HarnString(""))
+        ->addParameter(params::iForceMouseType)
+        ->addParameter(params::iRequestFocusWhenLost)
+        ->addParameter(params::bRequireDoubleClick)
+        ->addParameter(params::bRequireDragAndDrop)
+        ->addParameter(params::bRequireLeftClick)
+        ->addParameter(params::bRequireRightClick)
+        ->addParameter(params::bDisablePassUntilFinished)
+        ->addParameter(params::bDisablePassUntilStarted)
+        ->addParameter(params::bRequireAllButtons);
+
+// 12. Button texts of the click test, after one key that no dialog shows.
+namespace {
+[[maybe_unused]] harn5::LocalizedString* const didTestPass = text("DidTestPass");
+}
+harn5::LocalizedString* const texts::BUTTON_CANCEL = text("BUTTON_CANCEL");
+harn5::LocalizedString* const texts::BUTTON_FAIL = text("BUTTON_FAIL");
+harn5::LocalizedString* const texts::BUTTON_SKIP = text("BUTTON_SKIP");
+
+}  // namespace kstrmouse

@@ -1,0 +1,108 @@
+#pragma once
+// Handles of everything the module registers with the host. They are created once, during static
+// initialisation and in the host's fixed order (Registration.cpp), and belong to the host library.
+#include "harn5/DiagModule.h"
+
+namespace kstrmouse {
+
+namespace events {
+extern harn5::Event* const TestFailedTouchPadOrTrackpoint;
+extern harn5::Event* const DriverCommunicationError;
+extern harn5::Event* const SynapticsBlacklistVersion;
+extern harn5::Event* const ErrorDuringInit;
+extern harn5::Event* const TestFailed;
+extern harn5::Event* const UserMimicMiddleButton;
+extern harn5::Event* const LEFT_MOUSE_CLICK_NOT_RECEIVED;
+extern harn5::Event* const RIGHT_MOUSE_CLICK_NOT_RECEIVED;
+extern harn5::Event* const SCROLL_WHEEL_MOUSE_CLICK_NOT_RECEIVED;
+extern harn5::Event* const MOUSE_DOUBLE_CLICK_NOT_RECEIVED;
+extern harn5::Event* const SCROLL_WHEEL_TESTING_SKIPPED;
+extern harn5::Event* const SCROLL_WHEEL_UP_NOT_RECEIVED;
+extern harn5::Event* const SCROLL_WHEEL_DOWN_NOT_RECEIVED;
+extern harn5::Event* const FIRST_SIDE_MOUSE_BUTTON_NOT_RECEIVED;
+extern harn5::Event* const SECOND_SIDE_MOUSE_BUTTON_NOT_RECEIVED;
+extern harn5::Event* const MOUSE_DRAG_NOT_RECEIVED;
+}  // namespace events
+
+namespace texts {
+// Touchpad and TrackPoint dialog.
+extern harn5::LocalizedString* const SynXCoordinate;
+extern harn5::LocalizedString* const SynYCoordinate;
+extern harn5::LocalizedString* const SynWidth;
+extern harn5::LocalizedString* const SynLButtonPressed;
+extern harn5::LocalizedString* const SynRButtonPressed;
+extern harn5::LocalizedString* const SynMButtonPressed;
+extern harn5::LocalizedString* const Yes;
+extern harn5::LocalizedString* const No;
+extern harn5::LocalizedString* const SynDeviceStatus;
+extern harn5::LocalizedString* const TouchpadInstructions;
+extern harn5::LocalizedString* const TrackpointInstructions;
+extern harn5::LocalizedString* const SynButtonInstructions;
+// More Info dialog.
+extern harn5::LocalizedString* const MsgMouseMoreInfo3200;
+extern harn5::LocalizedString* const MsgMouseMoreInfo3201;
+extern harn5::LocalizedString* const MsgMouseMoreInfo3202;
+extern harn5::LocalizedString* const MsgMouseMoreInfo3203;
+extern harn5::LocalizedString* const MsgMouseMoreInfo3204;
+extern harn5::LocalizedString* const MsgMouseMoreInfo3205;
+extern harn5::LocalizedString* const MsgMouseMoreInfo3206;
+extern harn5::LocalizedString* const MsgMouseMoreInfo3207;
+extern harn5::LocalizedString* const MsgMouseMoreInfo3208;
+extern harn5::LocalizedString* const MsgMouseMoreInfoButtonOk;
+// Classic dialog (the last six are shared with the touchpad and TrackPoint dialog).
+extern harn5::LocalizedString* const MsgMouseGroupBoxInstructions;
+extern harn5::LocalizedString* const MsgMouseStatusDescription;
+extern harn5::LocalizedString* const MsgMouseDragAndDropDescription;
+extern harn5::LocalizedString* const MsgMouseDoubleClickDescription;
+extern harn5::LocalizedString* const MsgMouseGroupBoxMouseStatus;
+extern harn5::LocalizedString* const MsgMouseLabelPosition;
+extern harn5::LocalizedString* const MsgMouseGroupBoxDragAndDrop;
+extern harn5::LocalizedString* const MsgMouseGroupBoxDoubleClick;
+extern harn5::LocalizedString* const MsgMouseButtonLabelMoreInfo;
+extern harn5::LocalizedString* const MsgMouseButtonLabelClose;
+extern harn5::LocalizedString* const MsgMouseButtonLabelPass;
+extern harn5::LocalizedString* const MsgMouseButtonLabelFail;
+extern harn5::LocalizedString* const MsgMouseFailDescription;
+extern harn5::LocalizedString* const MsgMousePassDescription;
+// Click test.
+extern harn5::LocalizedString* const MOUSE_INTERACTIVE_TEST_INDEX;
+extern harn5::LocalizedString* const MOUSE_LEFT_CLICK_TEST_INSTRUCTION;
+extern harn5::LocalizedString* const MOUSE_RIGHT_CLICK_TEST_INSTRUCTION;
+extern harn5::LocalizedString* const MOUSE_MIDDLE_CLICK_TEST_INSTRUCTION;
+extern harn5::LocalizedString* const MOUSE_MIDDLE_CLICK_TEST_INSTRUCTION_TESTING_REQUIRED;
+extern harn5::LocalizedString* const MOUSE_DOUBLE_CLICK_TEST_INSTRUCTION;
+extern harn5::LocalizedString* const MOUSE_CLICK_SUCCESSFUL_COMPLETION_INSTRUCTION;
+extern harn5::LocalizedString* const MOUSE_SIDE_BUTTON_1_TEST_INSTRUCTION;
+extern harn5::LocalizedString* const MOUSE_SIDE_BUTTON_2_TEST_INSTRUCTION;
+extern harn5::LocalizedString* const MOUSE_DRAG_TEST_INSTRUCTION;
+extern harn5::LocalizedString* const MOUSE_POINTER_POSITION;
+extern harn5::LocalizedString* const MOUSE_WHEEL_UP_TEST_INSTRUCTION;
+extern harn5::LocalizedString* const MOUSE_WHEEL_DOWN_TEST_INSTRUCTION;
+extern harn5::LocalizedString* const BUTTON_CANCEL;
+extern harn5::LocalizedString* const BUTTON_FAIL;
+extern harn5::LocalizedString* const BUTTON_SKIP;
+}  // namespace texts
+
+namespace params {
+extern harn5::Parameter* const ExcludedThreeButtonDisplayByPnPID;
+extern harn5::Parameter* const bDisablePassUntilFinished;
+extern harn5::Parameter* const bDisablePassUntilStarted;
+extern harn5::Parameter* const iForceMouseType;
+extern harn5::Parameter* const iRequestFocusWhenLost;
+extern harn5::Parameter* const bRequireDoubleClick;
+extern harn5::Parameter* const bRequireDragAndDrop;
+extern harn5::Parameter* const bRequireLeftClick;
+extern harn5::Parameter* const bRequireRightClick;
+extern harn5::Parameter* const bRequireAllButtons;
+extern harn5::Parameter* const TestGamingButtons;
+extern harn5::Parameter* const RequireScrollWheelButton;
+}  // namespace params
+
+namespace tests {
+// The two mouse dialogs take their titles from these; the touchpad and TrackPoint
+// dialog asks the host for the running test instead.
+extern harn5::Test* const MouseInteractiveTest;
+extern harn5::Test* const MouseTest;
+}  // namespace tests
+
+}  // namespace kstrmouse

@@ -1,0 +1,6 @@
+#pragma once
+// Common controls of the framework subset.
+#include <commctrl.h>
+
+#include "afxwin.h"
+#include "afx/CProgressCtrl.h"

@@ -1,0 +1,22 @@
+#pragma once
+// Binds the next window created on this thread to a CWnd as soon as it exists (HCBT_CREATEWND),
+// before it receives WM_NCCREATE, so that every message of its life reaches the message map.
+#include <windows.h>
+
+class CWnd;
+
+class AfxCreationHook {
+public:
+    explicit AfxCreationHook(CWnd* pWnd);
+    ~AfxCreationHook();
+    AfxCreationHook(const AfxCreationHook&) = delete;
+    AfxCreationHook& operator=(const AfxCreationHook&) = delete;
+
+    bool Installed() const;
+
+private:
+    static LRESULT CALLBACK CbtProc(int nCode, WPARAM wParam, LPARAM lParam);
+
+    HHOOK m_hHook;
+    CWnd* m_pPrevInit;
+};

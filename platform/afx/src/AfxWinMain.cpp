@@ -1,0 +1,28 @@
+#include "afx/AfxWinMain.h"
+
+#include "afx/CWinApp.h"
+
+BOOL AfxWinInit(HINSTANCE hInstance, HINSTANCE, LPWSTR lpCmdLine, int nCmdShow)
+{
+    CWinApp* pApp = AfxGetApp();
+    if (pApp == nullptr) {
+        return FALSE;
+    }
+    pApp->m_hInstance = hInstance;
+    pApp->m_lpCmdLine = lpCmdLine;
+    pApp->m_nCmdShow = nCmdShow;
+    return TRUE;
+}
+
+int AfxWinMain(HINSTANCE hInstance, HINSTANCE hPrevInstance, LPWSTR lpCmdLine, int nCmdShow)
+{
+    if (!AfxWinInit(hInstance, hPrevInstance, lpCmdLine, nCmdShow)) {
+        return -1;
+    }
+    CWinApp* pApp = AfxGetApp();
+    if (!pApp->InitInstance()) {
+        pApp->ExitInstance();
+        return -1;
+    }
+    return pApp->Run();
+}

@@ -1,0 +1,117 @@
+#pragma once
+// The diagnostic host: registries, options, language, devices, report and the run loop.
+// DiagModule forwards to Host::process(); tests build hosts of their own.
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <iosfwd>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "harn5/DataType.h"
+#include "harn5/DeviceCapability.h"
+#include "harn5/DeviceSource.h"
+#include "harn5/DiagDevice.h"
+#include "harn5/Event.h"
+#include "harn5/HarnString.h"
+#include "harn5/Language.h"
+#include "harn5/LocalizedString.h"
+#include "harn5/Options.h"
+#include "harn5/Parameter.h"
+#include "harn5/Report.h"
+#include "harn5/Test.h"
+#include "harn5/TestResult.h"
+
+namespace harn5 {
+
+class Host {
+public:
+    Host();
+    ~Host();
+    Host(const Host&) = delete;
+    Host& operator=(const Host&) = delete;
+
+    // The process-wide host, made on first use with the platform's language folder, system
+    // language and system device source.
+    static Host& process();
+
+    // Registration; names are unique per kind (a second event or text key of the same name
+    // gives the same handle, a second test or parameter throws HarnException).
+    Event* createEvent(const HarnString& name);
+    LocalizedString* createLocalizedString(const HarnString& key);
+    Parameter* createParameter(const HarnString& name, const DataType& type,
+                               const HarnString& text, bool first, bool second);
+    Test* createTest(const HarnString& name, const DeviceCapability& capability, Test::Entry entry);
+
+    void setCmdLineArgs(int argc, const char* argv[]);
+    void setVersion(unsigned int major, unsigned int minor, const HarnString& build);
+    void setModuleInitCallback(void (*callback)());
+    // Parses, validates, prepares and runs what the command line asks; the exit status.
+    int start();
+
+    enum class Severity { Error, Warning, Informative };
+    void report(Severity severity, Event* event, const HarnString& sourceFile, int sourceLine);
+    bool checkForStop() const;
+    const Test* currentTest() const;
+
+    // Environment seams.
+    void setLanguageFolder(const std::filesystem::path& folder);
+    void setUserLanguage(const std::string& code);     // primary code such as "de"
+    void addDeviceSource(std::unique_ptr<DeviceSource> source);
+    void setOutput(std::ostream& out, std::ostream& err);
+
+    // State for the dialog library and for tests.
+    std::uintptr_t hostWindow() const;
+    const Language& language() const;
+    const Report& results() const;
+    std::string listing() const;               // what --list prints
+
+    // Called from the structured-exception filter while a test runs: records the running run
+    // as ended abnormally with that text, writes the report and the line on stderr.
+    void recordCrash(const std::string& exceptionText);
+
+private:
+    Options parseAndValidate();
+    void assignParameters(const Options& options);
+    void configureLogging(const Options& options) const;
+    void loadLanguage(const std::string& choice);
+    std::vector<DiagDevice> devices() const;
+    void runTest(const Test& test, int& status);
+    TestResult runOnDevice(const Test& test, const DiagDevice& device);
+    std::string versionText() const;
+    Test* findTest(const std::string& name) const;
+    Parameter* findParameter(const std::string& name) const;
+
+    // Registries in registration order; handles stay put for the host's life.
+    std::vector<std::unique_ptr<Event>> m_events;
+    std::vector<std::unique_ptr<LocalizedString>> m_texts;
+    std::vector<std::unique_ptr<Parameter>> m_parameters;
+    std::vector<std::unique_ptr<Test>> m_tests;
+
+    std::vector<std::string> m_arguments;
+    std::string m_moduleName = "kstrmouse.kmx";
+    unsigned int m_major = 0;
+    unsigned int m_minor = 0;
+    std::string m_build;
+    void (*m_initCallback)() = nullptr;
+
+    std::filesystem::path m_languageFolder;
+    std::string m_userLanguage;
+    std::vector<std::unique_ptr<DeviceSource>> m_sources;
+    std::ostream* m_out;
+    std::ostream* m_err;
+
+    Options m_options;
+    Language m_language;
+    Report m_report;
+    std::chrono::steady_clock::time_point m_startTime;
+    std::filesystem::path m_stopFile;
+    mutable bool m_stopRequested = false;   // a stop, once seen, stays asked for
+    const Test* m_currentTest = nullptr;
+    std::optional<std::size_t> m_currentRun;
+};
+
+}  // namespace harn5

@@ -1,0 +1,17 @@
+#include "harn5/HarnException.h"
+
+namespace harn5 {
+
+HarnException::HarnException(const HarnString& message) : m_message(message) {}
+
+const HarnString& HarnException::toString() const
+{
+    return m_message;
+}
+
+const char* HarnException::what() const noexcept
+{
+    return m_message.getUTF8Buffer();
+}
+
+}  // namespace harn5

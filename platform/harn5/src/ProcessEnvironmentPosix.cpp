@@ -1,0 +1,29 @@
+#include "harn5/ProcessEnvironment.h"
+
+#include <clocale>
+#include <filesystem>
+#include <string>
+
+#include "harn5/Host.h"
+#include "harn5/Text.h"
+
+namespace harn5 {
+
+Host& ProcessEnvironment::configure(Host& host)
+{
+    // Native builds run the portable half only: the language files sit beside the program and
+    // the language is the C library's message locale ("de_DE.UTF-8" -> "de").
+    std::error_code ignored;
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", ignored);
+    host.setLanguageFolder(program.parent_path() / "lang");
+    const char* current = std::setlocale(LC_MESSAGES, nullptr);
+    const std::string previous = current ? current : "C";
+    const char* locale = std::setlocale(LC_MESSAGES, "");
+    const std::string name = locale ? locale : "";
+    std::setlocale(LC_MESSAGES, previous.c_str());
+    const std::string code = Text::lower(name.substr(0, name.find_first_of("_.@")));
+    host.setUserLanguage(code == "c" || code == "posix" ? std::string() : code);
+    return host;
+}
+
+}  // namespace harn5

@@ -1,0 +1,59 @@
+#include "harn5/ProcessEnvironment.h"
+
+#include <windows.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "harn5/Host.h"
+#include "harn5/SystemMouseSource.h"
+#include "harn5/Text.h"
+
+namespace harn5 {
+
+namespace {
+
+std::filesystem::path moduleFolder()
+{
+    std::wstring path(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+        if (length == 0) {
+            return {};
+        }
+        if (length < path.size()) {
+            path.resize(length);
+            return std::filesystem::path(path).parent_path();
+        }
+        path.resize(path.size() * 2);
+    }
+}
+
+// "de-DE" -> "de"; empty when the system does not say.
+std::string userLanguage()
+{
+    wchar_t name[LOCALE_NAME_MAX_LENGTH] = {};
+    if (LCIDToLocaleName(MAKELCID(GetUserDefaultUILanguage(), SORT_DEFAULT), name,
+                         LOCALE_NAME_MAX_LENGTH, 0) == 0) {
+        return {};
+    }
+    const std::string locale = Text::fromPath(std::filesystem::path(name));
+    return Text::lower(locale.substr(0, locale.find('-')));
+}
+
+}  // namespace
+
+Host& ProcessEnvironment::configure(Host& host)
+{
+    // A killed process must not lose what it already printed.
+    std::setvbuf(stdout, nullptr, _IONBF, 0);
+    std::setvbuf(stderr, nullptr, _IONBF, 0);
+    host.setLanguageFolder(moduleFolder() / "lang");
+    host.setUserLanguage(userLanguage());
+    host.addDeviceSource(std::make_unique<SystemMouseSource>());
+    return host;
+}
+
+}  // namespace harn5

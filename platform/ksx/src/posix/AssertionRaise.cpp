@@ -1,0 +1,12 @@
+#include "AssertionRaise.h"
+
+#include <cstdlib>
+
+namespace ksx {
+
+void raiseAssertionException()
+{
+    std::abort();
+}
+
+}  // namespace ksx

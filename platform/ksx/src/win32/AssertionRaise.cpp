@@ -1,0 +1,12 @@
+#include "AssertionRaise.h"
+
+#include <windows.h>
+
+namespace ksx {
+
+void raiseAssertionException()
+{
+    RaiseException(7, 0, 0, nullptr);
+}
+
+}  // namespace ksx

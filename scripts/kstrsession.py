@@ -1,0 +1,115 @@
+"""A Wine prefix in a virtual X display, with kstrmouse.kmx started and driven as a user would.
+
+Shared by the scripted demo (scripts/demo.py) and the end-to-end tests (tests/e2e).
+"""
+import os
+import shutil
+import subprocess
+import time
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent
+
+
+class Session:
+    """One X display and one ready Wine prefix; stop() ends both if this session started them."""
+
+    def __init__(self, build_root=None, display_num=None):
+        self.build_root = Path(build_root or os.environ.get("KSTR_BUILD", ROOT / "build"))
+        self.bin = Path(os.environ.get("KSTR_BIN", self.build_root / "win" / "bin"))
+        self.env = dict(os.environ)
+        self.env.setdefault("WINEPREFIX", str(self.build_root / "wineprefix"))
+        self.env.setdefault("WINEDEBUG", "-all")
+        self.env.setdefault("WINEDLLOVERRIDES", "mscoree,mshtml=")
+        self.env["WINEARCH"] = "win64"
+        self.display_num = display_num or os.environ.get("KSTR_DISPLAY_NUM", "99")
+        self._xvfb = None
+
+    # -- set-up -------------------------------------------------------------------------------
+    def start(self):
+        if not self._display_works(self.env.get("DISPLAY")):
+            self.env["DISPLAY"] = f":{self.display_num}"
+            if not self._display_works(self.env["DISPLAY"]):
+                self._xvfb = subprocess.Popen(
+                    ["Xvfb", self.env["DISPLAY"], "-screen", "0", "1280x1024x24", "-nolisten", "tcp"],
+                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+                deadline = time.monotonic() + 10
+                while not self._display_works(self.env["DISPLAY"]):
+                    if time.monotonic() > deadline:
+                        raise RuntimeError("Xvfb did not start on " + self.env["DISPLAY"])
+                    time.sleep(0.1)
+        prefix = Path(self.env["WINEPREFIX"])
+        if not (prefix / ".kstr-ready").exists():
+            prefix.mkdir(parents=True, exist_ok=True)
+            self._quiet(["wineboot", "-i"])
+            self._quiet(["wineserver", "-w"])
+            # A crashing program must fail, not wait on a crash dialog.
+            self._quiet(["wine", "reg", "add",
+                         r"HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug",
+                         "/v", "Debugger", "/t", "REG_SZ", "/d", "false", "/f"])
+            self._quiet(["wineserver", "-w"])
+            (prefix / ".kstr-ready").touch()
+        self._quiet(["wineserver", "-p", "300"])
+        self._quiet(["wine", "cmd", "/c", "exit"])
+        return self
+
+    def stop(self):
+        self._quiet(["wineserver", "-k"])
+        if self._xvfb:
+            self._xvfb.terminate()
+            self._xvfb.wait(timeout=10)
+            self._xvfb = None
+
+    def __enter__(self):
+        return self.start()
+
+    def __exit__(self, *exc):
+        self.stop()
+
+    # -- the module -----------------------------------------------------------------------------
+    def run(self, *args, timeout=60, cwd=None, exe="./kstrmouse.kmx", env=None):
+        """Runs kstrmouse.kmx (or exe) to its end; returns the CompletedProcess (text output)."""
+        return subprocess.run(["wine", str(exe), *args], cwd=cwd or self.bin, env=dict(self.env, **(env or {})),
+                              capture_output=True, text=True, encoding="utf-8", errors="replace",
+                              timeout=timeout)
+
+    def spawn(self, *args, cwd=None):
+        """Starts kstrmouse.kmx and returns at once; the caller drives it and waits."""
+        return subprocess.Popen(["wine", "./kstrmouse.kmx", *args], cwd=cwd or self.bin, env=self.env,
+                                stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True,
+                                encoding="utf-8", errors="replace")
+
+    # -- the user's side ----------------------------------------------------------------------
+    def xdotool(self, *args, timeout=20):
+        out = subprocess.run(["xdotool", *map(str, args)], env=self.env, capture_output=True,
+                             text=True, timeout=timeout)
+        return out.stdout.strip()
+
+    def wait_window(self, title, timeout=20):
+        """Window id of the first visible window whose title matches, or None after timeout."""
+        deadline = time.monotonic() + timeout
+        while time.monotonic() < deadline:
+            found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", title], env=self.env,
+                                   capture_output=True, text=True).stdout.split()
+            if found:
+                return found[0]
+            time.sleep(0.2)
+        return None
+
+    def screenshot(self, path):
+        path = Path(path)
+        path.parent.mkdir(parents=True, exist_ok=True)
+        subprocess.run(["import", "-window", "root", str(path)], env=self.env, check=True,
+                       capture_output=True, timeout=30)
+        return path
+
+    # -- helpers ------------------------------------------------------------------------------
+    def _display_works(self, display):
+        if not display or not shutil.which("xdpyinfo"):
+            return False
+        env = dict(self.env, DISPLAY=display)
+        return subprocess.run(["xdpyinfo"], env=env, capture_output=True).returncode == 0
+
+    def _quiet(self, cmd):
+        subprocess.run(cmd, env=self.env, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                       timeout=300)

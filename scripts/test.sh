@@ -1,0 +1,18 @@
+#!/usr/bin/env bash
+# Runs every test: native (with sanitizers), Windows under Wine, and end-to-end in a virtual display.
+set -euo pipefail
+here=$(cd "$(dirname "$0")" && pwd)
+bash "$here/install-deps.sh"
+bash "$here/build.sh"
+source "$here/wine-session.sh"
+
+status=0
+ctest --test-dir "$KSTR_BUILD/native" --output-on-failure -j 2 || status=1
+
+# Wine and the display are shared by every Windows test; GUI tests take turns (RESOURCE_LOCK).
+unset DISPLAY
+kstr_start_display
+kstr_prepare_prefix
+trap kstr_stop_session EXIT
+ctest --test-dir "$KSTR_BUILD/win" --output-on-failure -j 2 || status=1
+exit $status

@@ -1,0 +1,215 @@
+"""End-to-end cases for kstrmouse.kmx under Wine; run one with: test_module.py CASE."""
+import json
+import os
+import shutil
+import re
+import subprocess
+import sys
+import tempfile
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "scripts"))
+from kstrsession import Session  # noqa: E402
+
+EXITED_ABNORMALLY = 7
+CANNOT_RUN = 4
+
+TESTS_IN_ORDER = ["TouchpadTest", "TrackPointTest", "MouseInteractiveTest", "MouseTest"]
+PARAMS_IN_ORDER = ["ExcludedThreeButtonDisplayByPnPID", "bDisablePassUntilFinished", "bDisablePassUntilStarted",
+                   "iForceMouseType", "iRequestFocusWhenLost", "bRequireDoubleClick", "bRequireDragAndDrop",
+                   "bRequireLeftClick", "bRequireRightClick", "bRequireAllButtons", "TestGamingButtons",
+                   "RequireScrollWheelButton"]
+EVENTS_IN_ORDER = ["TestFailedTouchPadOrTrackpoint", "DriverCommunicationError", "SynapticsBlacklistVersion",
+                   "ErrorDuringInit", "TestFailed", "UserMimicMiddleButton", "LEFT_MOUSE_CLICK_NOT_RECEIVED",
+                   "RIGHT_MOUSE_CLICK_NOT_RECEIVED", "SCROLL_WHEEL_MOUSE_CLICK_NOT_RECEIVED",
+                   "MOUSE_DOUBLE_CLICK_NOT_RECEIVED", "SCROLL_WHEEL_TESTING_SKIPPED", "SCROLL_WHEEL_UP_NOT_RECEIVED",
+                   "SCROLL_WHEEL_DOWN_NOT_RECEIVED", "FIRST_SIDE_MOUSE_BUTTON_NOT_RECEIVED",
+                   "SECOND_SIDE_MOUSE_BUTTON_NOT_RECEIVED", "MOUSE_DRAG_NOT_RECEIVED"]
+KEYS_SAMPLE_IN_ORDER = ["SynXCoordinate", "SynButtonInstructions", "MsgMouseMoreInfo3200", "MsgMouseMoreInfoButtonOk",
+                        "MsgMouseGroupBoxInstructions", "MsgMouseMoreInfoDescription",
+                        "MOUSE_INTERACTIVE_TEST_INDEX", "MOUSE_WHEEL_DOWN_TEST_INSTRUCTION", "DidTestPass",
+                        "BUTTON_SKIP"]
+
+
+def check(condition, message):
+    if not condition:
+        raise AssertionError(message)
+
+
+def assert_in_order(text, names, what):
+    # Names are matched as whole words, each after the previous one.
+    pos = 0
+    for name in names:
+        found = re.search(r"\b" + re.escape(name) + r"\b", text[pos:])
+        check(found, f"{what}: {name} missing or out of order in:\n{text}")
+        pos += found.end()
+
+
+def read_report(path):
+    return json.loads(Path(path).read_text(encoding="utf-8"))
+
+
+def case_list_shows_registration_order(s, tmp):
+    done = s.run("--list")
+    check(done.returncode == 0, f"--list failed: {done.returncode} {done.stderr}")
+    out = done.stdout
+    assert_in_order(out, TESTS_IN_ORDER, "tests")
+    for names, what in ((PARAMS_IN_ORDER, "parameters"), (EVENTS_IN_ORDER, "events"),
+                        (KEYS_SAMPLE_IN_ORDER, "text keys")):
+        # Each registry is listed in its own order somewhere after the tests.
+        section = out[out.find(names[0], out.find("MouseTest")):]
+        assert_in_order(section, names, what)
+
+
+def case_help_lists_options(s, tmp):
+    done = s.run("--help")
+    check(done.returncode == 0, f"--help failed: {done.returncode}")
+    for option in ("--test", "--param", "--list", "--lang", "--report", "--log-level", "--log-file",
+                   "--stop-after", "--stop-file", "--device"):
+        check(option in done.stdout, f"{option} not described by --help:\n{done.stdout}")
+
+
+def case_bad_input_is_refused_clearly(s, tmp):
+    cases = [
+        (["--test", "MouseTest", "--param", "bNoSuchThing=1"], "bNoSuchThing"),
+        (["--test", "MouseTest", "--param", "bRequireAllButtons=perhaps"], "perhaps"),
+        (["--test", "MouseTest", "--param", "iForceMouseType=4294967296"], "iForceMouseType"),
+        (["--test", "MouseInteractiveTest", "--param", "bRequireAllButtons=true"], "bRequireAllButtons"),
+        (["--test", "NoSuchTest"], "NoSuchTest"),
+        (["--test", "MouseTest", "--lang", str(tmp / "missing.lang")], "missing.lang"),
+        (["--test"], "--test"),
+        (["--frobnicate"], "--frobnicate"),
+        (["--test", "TouchpadTest", "--device", "NoSuchCapability,SP_Handle=1"], "NoSuchCapability"),
+    ]
+    for args, culprit in cases:
+        report = tmp / "refused.json"
+        done = s.run(*args, "--report", str(report))
+        check(done.returncode == EXITED_ABNORMALLY, f"{args}: exit {done.returncode}, {done.stderr}")
+        lines = [line for line in done.stderr.splitlines() if line.strip()]
+        check(len(lines) == 1 and lines[0].startswith("HarnException: ") and culprit in lines[0],
+              f"{args}: expected one HarnException line naming {culprit}, got:\n{done.stderr}")
+        check("Traceback" not in done.stderr and "wine: Unhandled" not in done.stderr, f"{args}: crashed")
+
+
+def case_report_records_each_run(s, tmp):
+    report = tmp / "report.json"
+    device = "SynapticsTouchPad+SynapticsMouse+Mouse,SP_Handle=3,SP_PnPID=LEN0042,name=Bench touchpad"
+    done = s.run("--test", "MouseTest", "--test", "TouchpadTest", "--device", device, "--report", str(report))
+    data = read_report(report)
+    check(data["module"] == "kstrmouse.kmx" and data["version"].startswith("6.5"), f"header: {data}")
+    runs = data["runs"]
+    check([r["test"] for r in runs] == ["MouseTest", "TouchpadTest"], f"runs: {runs}")
+    check(runs[0]["device"]["name"] == "System mouse", f"MouseTest device: {runs[0]['device']}")
+    check(runs[1]["device"]["name"] == "Bench touchpad", f"TouchpadTest device: {runs[1]['device']}")
+    check(all(r["state"] == "finished" and r["verdict"] for r in runs), f"verdicts: {runs}")
+    first_bad = next((r["verdictValue"] for r in runs if r["verdict"] != "PASS"), 0)
+    check(done.returncode == first_bad, f"exit {done.returncode}, first non-PASS verdict {first_bad}")
+    for r in runs:
+        check(r["test"] in done.stdout and r["verdict"] in done.stdout, f"summary lacks {r['test']}:\n{done.stdout}")
+
+
+def case_no_fitting_device_is_reported(s, tmp):
+    report = tmp / "report.json"
+    done = s.run("--no-system-devices", "--test", "MouseTest", "--report", str(report))
+    check(done.returncode == CANNOT_RUN, f"exit {done.returncode}: {done.stderr}")
+    check("MouseTest" in done.stderr and "device" in done.stderr, f"no clear message: {done.stderr}")
+    run = read_report(report)["runs"][0]
+    check(run["verdict"] == "CANNOTRUN" and run.get("reason"), f"report: {run}")
+    # A touchpad wrapper device carries SP_Handle: the mouse tests never run on it.
+    done = s.run("--no-system-devices", "--device", "Mouse+SynapticsMouse+SynapticsTouchPad,SP_Handle=1",
+                 "--test", "MouseTest", "--report", str(report))
+    check(done.returncode == CANNOT_RUN, f"excluded device was used: {done.returncode} {done.stdout}")
+
+
+def case_language_files_translate_names(s, tmp):
+    report = tmp / "report.json"
+    s.run("--lang", "de", "--test", "MouseTest", "--report", str(report))
+    german = read_report(report)["runs"][0]["displayName"]
+    s.run("--lang", "en", "--test", "MouseTest", "--report", str(report))
+    english = read_report(report)["runs"][0]["displayName"]
+    check(german and english and german != english, f"display names: de={german!r} en={english!r}")
+    bad = tmp / "bad.lang"
+    bad.write_text("@language xx\n[Strings]\nYes = Ja\nthis line has no equals sign\n", encoding="utf-8")
+    done = s.run("--lang", str(bad), "--test", "MouseTest")
+    check(done.returncode == EXITED_ABNORMALLY and "bad.lang" in done.stderr and ":4" in done.stderr,
+          f"bad language file not refused with its line: {done.stderr}")
+
+
+def case_log_file_gets_trace_lines(s, tmp):
+    log = tmp / "kstrmouse.log"
+    s.run("--test", "MouseTest", "--log-level", "1", "--log-file", str(log))
+    text = log.read_text(encoding="utf-8")
+    check(re.search(r"kstrmouse\s+1\s+137 KSTRMouse Run", text), f"no Run trace in log:\n{text}")
+    check(re.search(r"168 Enter MouseTest", text), f"no MouseTest trace in log:\n{text}")
+    log.unlink()
+    s.run("--test", "MouseTest", "--log-level", "2", "--log-file", str(log))
+    text = log.read_text(encoding="utf-8") if log.exists() else ""
+    check("KSTRMouse Run" not in text, f"trace written above threshold:\n{text}")
+
+
+def case_executable_is_self_contained(s, tmp):
+    exe = s.bin / "kstrmouse.kmx"
+    dump = subprocess.run(["x86_64-w64-mingw32-objdump", "-p", str(exe)], capture_output=True, text=True).stdout
+    dlls = {d.lower() for d in re.findall(r"DLL Name: (\S+)", dump)}
+    check(not any(d.startswith(("libstdc++", "libgcc", "libwinpthread")) for d in dlls), f"imports: {dlls}")
+    check("subsystem" in dump.lower() and re.search(r"Subsystem\s+0+3\b", dump), "not a console program")
+    data = exe.read_bytes()
+    for needle in (b'name="kstrmouse.kmx"', b'level="requireAdministrator"', b'uiAccess="false"',
+                   b'name="Microsoft.Windows.Common-Controls" version="6.0.0.0"',
+                   "6.5.000000001".encode("utf-16-le")):
+        check(needle in data, f"{needle!r} not embedded")
+
+
+def faults_copy(tmp, with_broken_gdiplus=False):
+    """The fault-injecting build of the module in a folder of its own, with the language files."""
+    faults = Path(os.environ["KSTR_FAULTS"])
+    folder = tmp / "faults"
+    shutil.copytree(Path(os.environ["KSTR_BIN"]) / "lang", folder / "lang")
+    shutil.copy2(faults / "kstrmouse_faults.kmx", folder)
+    if with_broken_gdiplus:
+        shutil.copy2(faults / "broken-gdiplus" / "gdiplus.dll", folder)
+    return folder
+
+
+def case_run_survives_each_failure(s, tmp):
+    folder = faults_copy(tmp)
+    report = tmp / "report.json"
+    expectations = [
+        ("ThrowCoreException", EXITED_ABNORMALLY, "Exception: ksx::Exception: core failure for the test"),
+        ("ThrowHostException", EXITED_ABNORMALLY, "HarnException: host failure for the test"),
+        ("ThrowOtherException", 0, None),
+        ("FailAssertion", EXITED_ABNORMALLY, "FaultTests:42"),
+    ]
+    for test, status, text in expectations:
+        done = s.run("--test", test, "--report", str(report), cwd=folder, exe="./kstrmouse_faults.kmx")
+        check(done.returncode == status, f"{test}: exit {done.returncode}, wanted {status}: {done.stderr}")
+        if text:
+            check(text in done.stderr, f"{test}: {text!r} not on the error stream:\n{done.stderr}")
+        else:
+            check(not done.stderr.strip(), f"{test}: expected silence, got:\n{done.stderr}")
+        run = read_report(report)["runs"][0]
+        check(run["test"] == test, f"{test}: report lost the run: {run}")
+    crashed = read_report(report)["runs"][0]
+    check(crashed["verdict"] == "EXITEDABNORMALLY" and "0x00000007" in crashed.get("exception", ""),
+          f"assertion not recorded: {crashed}")
+
+
+def case_failed_graphics_startup_goes_on(s, tmp):
+    folder = faults_copy(tmp, with_broken_gdiplus=True)
+    log, report = tmp / "kstrmouse.log", tmp / "report.json"
+    done = s.run("--test", "ThrowOtherException", "--log-level", "1", "--log-file", str(log), "--report",
+                 str(report), cwd=folder, exe="./kstrmouse_faults.kmx", env={"WINEDLLOVERRIDES": "gdiplus=n,b"})
+    text = log.read_text(encoding="utf-8")
+    check("114 moduleInit()::GdiplusStartup() call failed" in text, f"no start-up failure logged:\n{text}")
+    check(read_report(report)["runs"][0]["test"] == "ThrowOtherException", "start was not reached")
+    check(done.returncode == 0, f"exit {done.returncode}")
+
+
+def main(case):
+    with tempfile.TemporaryDirectory() as tmp, Session() as session:
+        globals()["case_" + case](session, Path(tmp))
+    print(f"{case}: ok")
+
+
+if __name__ == "__main__":
+    main(sys.argv[1])
