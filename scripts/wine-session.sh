@@ -16,16 +16,16 @@ kstr_prepare_prefix() {
   if [ ! -f "$WINEPREFIX/.kstr-ready" ]; then
     mkdir -p "$WINEPREFIX"
     wineboot -i >/dev/null 2>&1 || true
-    wineserver -w
+    wineserver -w || true
     # A crashing program must fail, not wait on a crash dialog.
     wine reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' \
       /v Debugger /t REG_SZ /d false /f >/dev/null 2>&1
-    wineserver -w
+    wineserver -w || true
     touch "$WINEPREFIX/.kstr-ready"
   fi
   # Keep one wineserver up; the first process starts services that would
   # otherwise inherit a caller's pipes.
-  wineserver -p 300
+  wineserver -p 300 2>/dev/null || true
   wine cmd /c exit >/dev/null 2>&1 || true
 }
 

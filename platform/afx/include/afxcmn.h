@@ -1,6 +1,7 @@
 #pragma once
 // Common controls of the framework subset.
+#include "afxwin.h"
+
 #include <commctrl.h>
 
-#include "afxwin.h"
 #include "afx/CProgressCtrl.h"

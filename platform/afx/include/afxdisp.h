@@ -1,6 +1,7 @@
 #pragma once
 // OLE support of the framework subset.
+#include "afxwin.h"
+
 #include <ole2.h>
 
-#include "afxwin.h"
 #include "afx/AfxOle.h"

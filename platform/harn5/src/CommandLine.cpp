@@ -70,10 +70,10 @@ std::uintptr_t parseHandle(const std::string& text)
 
 }  // namespace
 
-DiagDevice CommandLine::parseDevice(const std::string& spec, std::size_t index)
+DiagDevice CommandLine::parseDevice(const std::string& description, std::size_t index)
 {
-    const std::string where = "--device \"" + spec + "\": ";
-    const std::vector<std::string> fields = Text::split(spec, ',');
+    const std::string where = "--device \"" + description + "\": ";
+    const std::vector<std::string> fields = Text::split(description, ',');
     DeviceCapability capability;
     for (const std::string& part : Text::split(fields.front(), '+')) {
         const std::string name = Text::trim(part);
@@ -128,7 +128,8 @@ Options CommandLine::parse(const std::vector<std::string>& arguments)
             if (inlineValue) {
                 return *inlineValue;
             }
-            if (i + 1 >= arguments.size()) {
+            // "--test --report x" lacks the test, rather than naming one "--report".
+            if (i + 1 >= arguments.size() || arguments[i + 1].rfind("--", 0) == 0) {
                 fail(option + " needs a value: " + what);
             }
             return arguments[++i];
@@ -204,7 +205,7 @@ std::string CommandLine::help(const std::string& moduleName)
            "                              true/false/1/0/yes/no, UINT32 0..4294967295,\n"
            "                              STRINGARRAY one element per repetition or several\n"
            "                              separated by ';'\n"
-           "  --device SPEC               add a device: capabilities joined by '+', then\n"
+           "  --device DEVICE             add a device: capabilities joined by '+', then\n"
            "                              ,PROPERTY=VALUE pairs; name=TEXT names it, e.g.\n"
            "                              SynapticsTouchPad+SynapticsMouse+Mouse,SP_Handle=1\n"
            "                              capabilities: " + DeviceCapability::knownNames() + "\n"

@@ -188,9 +188,12 @@ std::string Language::lookup(Section section, const std::string& key) const
     }
     const char* sectionName = section == Section::Tests ? "[Tests]" : "[Strings]";
     if (m_reportedMissing.insert(std::string(sectionName) + key).second) {
-        using ksx::LoggerPriority::PRIORITY_WARNING;
-        if (ksx::Logger* log = ksx::passingLogger(s_log, "harn5", PRIORITY_WARNING)) {
-            log->log(PRIORITY_WARNING, ksx::LoggerStream() + "language \"" + m_code.c_str() +
+        // A missing text shows the user a key; a missing test name shows the test's own name,
+        // which reads well enough to be only a debugging note.
+        const auto priority = section == Section::Strings ? ksx::LoggerPriority::PRIORITY_WARNING
+                                                          : ksx::LoggerPriority::PRIORITY_DEBUG;
+        if (ksx::Logger* log = ksx::passingLogger(s_log, "harn5", priority)) {
+            log->log(priority, ksx::LoggerStream() + "language \"" + m_code.c_str() +
                                            "\" has no " + sectionName + " text for \"" +
                                            key.c_str() + "\"; showing the key");
         }

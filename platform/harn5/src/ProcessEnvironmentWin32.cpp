@@ -1,12 +1,15 @@
 #include "harn5/ProcessEnvironment.h"
 
 #include <windows.h>
+#include <shellapi.h>
 
 #include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "harn5/CommandLine.h"
 #include "harn5/Host.h"
 #include "harn5/SystemMouseSource.h"
 #include "harn5/Text.h"
@@ -43,6 +46,18 @@ std::string userLanguage()
     return Text::lower(locale.substr(0, locale.find('-')));
 }
 
+// The process's arguments after the program name, in UTF-8.
+std::vector<std::string> processArguments()
+{
+    int count = 0;
+    std::unique_ptr<LPWSTR, decltype(&LocalFree)> argv(CommandLineToArgvW(GetCommandLineW(), &count), &LocalFree);
+    std::vector<std::string> arguments;
+    for (int i = 1; argv && i < count; ++i) {
+        arguments.push_back(Text::fromPath(std::filesystem::path(argv.get()[i])));
+    }
+    return arguments;
+}
+
 }  // namespace
 
 Host& ProcessEnvironment::configure(Host& host)
@@ -53,6 +68,12 @@ Host& ProcessEnvironment::configure(Host& host)
     host.setLanguageFolder(moduleFolder() / "lang");
     host.setUserLanguage(userLanguage());
     host.addDeviceSource(std::make_unique<SystemMouseSource>());
+    // The host is made at the first registration, long before start(): taking the log options now
+    // lets the module's earliest traces obey them. Bad options are left for start() to report.
+    try {
+        host.configureLogging(CommandLine::parse(processArguments()));
+    } catch (...) {
+    }
     return host;
 }
 

@@ -47,7 +47,11 @@ LONG WINAPI onUnhandledException(EXCEPTION_POINTERS* info)
         std::snprintf(text, sizeof text, "0x%08lX %s", static_cast<unsigned long>(code), exceptionName(code));
     }
     if (s_host != nullptr) {
-        s_host->recordCrash(text);
+        try {
+            s_host->recordCrash(text);
+        } catch (...) {
+            // Nothing may leave a filter; the exit status still tells what happened.
+        }
     }
     ExitProcess(static_cast<UINT>(TestResult::EXITEDABNORMALLY().value()));
 }

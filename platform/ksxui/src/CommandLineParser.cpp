@@ -15,7 +15,9 @@ void CommandLineParser::ParseParam(const wchar_t* pszParam, BOOL bFlag, BOOL)
     static_assert(sizeof(wchar_t) == sizeof(unsigned short), "UTF-16 wide characters");
     std::string arg = ksx::String(reinterpret_cast<const unsigned short*>(pszParam)).utf8();
     if (bFlag) {
-        arg.insert(arg.begin(), '-');
+        // The framework strips a flag's leading '-' or '/' by handing a pointer one character into
+        // the argument: that character is still there, and "/tmp/report.json" must stay a path.
+        arg.insert(arg.begin(), static_cast<char>(pszParam[-1]));
     }
     m_args.push_back(std::move(arg));
     // The strings may have moved: rebuild the vector of pointers into them.

@@ -91,6 +91,7 @@ TEST(BadInput, IsRefusedWithOneMessageNamingCulpritAndRemedy)
         {{"--test", "MouseTest", "--param", "iForceMouseType"}, {"NAME=VALUE"}},
         {{"--test", "NoSuchTest"}, {"NoSuchTest", "TouchpadTest, TrackPointTest, MouseTest"}},
         {{"--test"}, {"--test needs a value"}},
+        {{"--test", "--report", "r.json"}, {"--test needs a value"}},
         {{"--frobnicate"}, {"--frobnicate", "--help"}},
         {{"MouseTest"}, {"MouseTest", "--"}},
         {{"--list=yes"}, {"--list takes no value"}},
@@ -166,10 +167,10 @@ TEST(DeviceSpec, BadOnesNameTheProblem)
         {"Mouse,=1", "is not PROPERTY=VALUE"},
         {"Mouse,SP_Handle=1,SP_Handle=2", "\"SP_Handle\" is given twice"},
     };
-    for (const auto& [spec, fragment] : cases) {
+    for (const auto& [description, fragment] : cases) {
         try {
-            CommandLine::parseDevice(spec, 1);
-            ADD_FAILURE() << spec << " was accepted";
+            CommandLine::parseDevice(description, 1);
+            ADD_FAILURE() << description << " was accepted";
         } catch (const HarnException& e) {
             EXPECT_NE(e.toString().utf8().find(fragment), std::string::npos) << e.toString().utf8();
         }

@@ -61,7 +61,7 @@ INSTANTIATE_TEST_SUITE_P(
         ProbeCase{"EightButtonsAreNotBelieved", {{kPresent, 1}, {kWheel, 1}, {kButtons, 8}}, true, 0, false, 3,
                   {1, 1, 1, 1, 0}},
         ProbeCase{"NegativeCountIsHuge", {{kPresent, 1}, {kButtons, -1}}, true, 0, false, 1, {1, 1, 0, 0, 0}}),
-    [](const testing::TestParamInfo<ProbeCase>& info) { return std::string(info.param.name); });
+    [](const testing::TestParamInfo<ProbeCase>& param) { return std::string(param.param.name); });
 
 TEST(WindowsMouse, SecondProbeNeverUnswapsButtons)
 {

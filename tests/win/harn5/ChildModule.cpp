@@ -39,6 +39,12 @@ TestResult waitForStop(const DiagDevice&)
     return stopped ? TestResult::USERABORTED() : TestResult::FAIL();
 }
 
+TestResult pass(const DiagDevice&)
+{
+    return TestResult::PASS();
+}
+
+Test* const s_mouse = DiagModule::createTest("MouseTest", DeviceCapability::Mouse(), pass);
 Test* const s_assertion = DiagModule::createTest("RaiseAssertion", DeviceCapability::Mouse(), raiseAssertion);
 Test* const s_violation = DiagModule::createTest("AccessViolation", DeviceCapability::Mouse(), raiseAccessViolation);
 Test* const s_wait = DiagModule::createTest("WaitForStop", DeviceCapability::Mouse(), waitForStop);

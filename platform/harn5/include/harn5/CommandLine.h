@@ -13,7 +13,7 @@ public:
     // Throws HarnException naming the bad option or value and what would be valid.
     static Options parse(const std::vector<std::string>& arguments);
     // "Caps+Caps,PROPERTY=VALUE,...,name=Display name"; index numbers unnamed devices.
-    static DiagDevice parseDevice(const std::string& spec, std::size_t index);
+    static DiagDevice parseDevice(const std::string& description, std::size_t index);
     static std::string help(const std::string& moduleName);
 };
 

@@ -73,10 +73,13 @@ public:
     // as ended abnormally with that text, writes the report and the line on stderr.
     void recordCrash(const std::string& exceptionText);
 
+    // Log thresholds, log file and system override from the options, before the run: the module
+    // traces its entry before the host reads its command line.
+    void configureLogging(const Options& options) const;
+
 private:
     Options parseAndValidate();
     void assignParameters(const Options& options);
-    void configureLogging(const Options& options) const;
     void loadLanguage(const std::string& choice);
     std::vector<DiagDevice> devices() const;
     void runTest(const Test& test, int& status);

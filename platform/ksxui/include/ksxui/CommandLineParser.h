@@ -16,7 +16,7 @@ public:
     explicit CommandLineParser(const ksx::String& moduleFileName);
     ~CommandLineParser() override;
 
-    // Keeps every parameter in order; a flag gets a leading '-' back (so "/x" arrives as "-x").
+    // Keeps every parameter in order and as it was typed: a flag gets its '-' or '/' back.
     void ParseParam(const wchar_t* pszParam, BOOL bFlag, BOOL bLast) override;
 
     // The module file name plus the parameters received so far.
