@@ -96,6 +96,30 @@ class Session:
             time.sleep(0.2)
         return None
 
+    def control(self, title, control_id, probe=None):
+        """Where a dialog's control is on the screen and how it looks, or None when it is not there.
+
+        `probe` is kstrprobe.exe (tests/e2e/probe), which asks the dialog itself."""
+        probe = probe or os.environ.get("KSTR_PROBE")
+        done = subprocess.run(["wine", str(probe), title, str(control_id)], env=self.env, capture_output=True,
+                              text=True, encoding="utf-8", errors="replace", timeout=30)
+        if done.returncode != 0:
+            return None
+        x, y, w, h, enabled, visible, *text = done.stdout.rstrip("\n").split(" ")
+        return {"x": int(x), "y": int(y), "w": int(w), "h": int(h), "enabled": enabled == "1",
+                "visible": visible == "1", "text": " ".join(text)}
+
+    def click_control(self, title, control_id, button=1, repeat=1, dx=None, dy=None):
+        """Moves the pointer onto the control (its centre, or dx/dy inside it) and clicks."""
+        c = self.control(title, control_id)
+        if c is None:
+            raise RuntimeError(f"control {control_id} of {title!r} not found")
+        x = c["x"] + (c["w"] // 2 if dx is None else dx)
+        y = c["y"] + (c["h"] // 2 if dy is None else dy)
+        self.xdotool("mousemove", "--sync", x, y)
+        self.xdotool("click", "--repeat", repeat, "--delay", 80, button)
+        return c
+
     def screenshot(self, path):
         path = Path(path)
         path.parent.mkdir(parents=True, exist_ok=True)
