@@ -3,10 +3,12 @@
 Usage: demo.py BIN_DIR OUT_DIR. Leaves in OUT_DIR the transcript, the report, the log and
 screenshots, and prints where they are.
 """
+import os
 import sys
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
+from kstrdrive import ALL_CHECKS, PASS_BUTTON, TITLE, MouseTestRun  # noqa: E402
 from kstrsession import Session  # noqa: E402
 
 
@@ -15,28 +17,36 @@ def main(bin_dir, out_dir):
     out.mkdir(parents=True, exist_ok=True)
     for old in out.glob("*"):
         old.unlink()
-    report, log = out / "report.json", out / "kstrmouse.log"
+    log = out / "kstrmouse.log"
     transcript = []
 
-    def run(session, *args):
-        done = session.run(*args)
-        transcript.append(f"$ wine kstrmouse.kmx {' '.join(args)}\n{done.stdout}{done.stderr}"
-                          f"[exit status {done.returncode}]\n")
-        return done
+    def record(args, output):
+        transcript.append(f"$ wine kstrmouse.kmx {' '.join(args)}\n{output}\n")
 
+    os.environ.setdefault("KSTR_PROBE", str(Path(bin_dir).parent / "e2e-tools" / "kstrprobe.exe"))
     with Session(build_root=Path(bin_dir).parent.parent) as session:
-        run(session, "--list")
-        proc = session.spawn("--test", "MouseTest", "--report", str(report),
-                             "--log-file", str(log), "--log-level", "3")
-        session.screenshot(out / "mouse-test.png")
-        stdout, stderr = proc.communicate(timeout=120)
-        transcript.append(f"$ wine kstrmouse.kmx --test MouseTest --report {report} --log-file {log}\n"
-                          f"{stdout}{stderr}[exit status {proc.returncode}]\n")
-        run(session, "--test", "MouseTest", "--param", "bRequireAllButtons=perhaps")
+        done = session.run("--list")
+        record(["--list"], f"{done.stdout}{done.stderr}[exit status {done.returncode}]")
+
+        # MouseTest with every check demanded: Pass opens only after all of them.
+        args = [*ALL_CHECKS, "--log-file", str(log), "--log-level", "3"]
+        run = MouseTestRun(session, out, *args, shots=out)
+        run.shot("0-start")
+        for what in run.all_checks():
+            transcript.append(f"  [{what}] Pass enabled: {run.pass_enabled()}")
+        transcript.append(f"  [all checks done] Pass enabled: {run.pass_enabled()}")
+        session.click_control(TITLE, PASS_BUTTON)
+        verdict, output = run.result()
+        record(["--test", "MouseTest", "--report", str(run.report), *args],
+               f"{output}\nreport verdict: {verdict['verdict']}, events: {verdict['events']}")
+
+        done = session.run("--test", "MouseTest", "--param", "bRequireAllButtons=perhaps")
+        record(["--test", "MouseTest", "--param", "bRequireAllButtons=perhaps"],
+               f"{done.stdout}{done.stderr}[exit status {done.returncode}]")
 
     (out / "transcript.txt").write_text("\n".join(transcript), encoding="utf-8")
     print("\n".join(transcript))
-    print(f"Demo output in {out}: transcript.txt, report.json, kstrmouse.log, *.png")
+    print(f"Demo output in {out}: transcript.txt, report.json, kstrmouse.log, mouse-test-*.png")
 
 
 if __name__ == "__main__":

@@ -93,8 +93,11 @@ def case_bad_input_is_refused_clearly(s, tmp):
 
 def case_report_records_each_run(s, tmp):
     report = tmp / "report.json"
-    device = "SynapticsTouchPad+SynapticsMouse+Mouse,SP_Handle=3,SP_PnPID=LEN0042,name=Bench touchpad"
-    done = s.run("--test", "MouseTest", "--test", "TouchpadTest", "--device", device, "--report", str(report))
+    # A blacklisted touchpad is refused without a dialog; MouseTest ends at the stop request.
+    device = ("SynapticsTouchPad+SynapticsMouse+Mouse,SP_Handle=3,SP_PnPID=LEN0042,SynapticsBlacklistVersion=1,"
+              "name=Bench touchpad")
+    done = s.run("--test", "MouseTest", "--test", "TouchpadTest", "--device", device, "--report", str(report),
+                 "--stop-after", "2")
     data = read_report(report)
     check(data["module"] == "kstrmouse.kmx" and data["version"].startswith("6.5"), f"header: {data}")
     runs = data["runs"]
@@ -123,9 +126,9 @@ def case_no_fitting_device_is_reported(s, tmp):
 
 def case_language_files_translate_names(s, tmp):
     report = tmp / "report.json"
-    s.run("--lang", "de", "--test", "MouseTest", "--report", str(report))
+    s.run("--lang", "de", "--test", "MouseTest", "--report", str(report), "--stop-after", "1")
     german = read_report(report)["runs"][0]["displayName"]
-    s.run("--lang", "en", "--test", "MouseTest", "--report", str(report))
+    s.run("--lang", "en", "--test", "MouseTest", "--report", str(report), "--stop-after", "1")
     english = read_report(report)["runs"][0]["displayName"]
     check(german and english and german != english, f"display names: de={german!r} en={english!r}")
     bad = tmp / "bad.lang"
@@ -137,12 +140,12 @@ def case_language_files_translate_names(s, tmp):
 
 def case_log_file_gets_trace_lines(s, tmp):
     log = tmp / "kstrmouse.log"
-    s.run("--test", "MouseTest", "--log-level", "1", "--log-file", str(log))
+    s.run("--test", "MouseTest", "--log-level", "1", "--log-file", str(log), "--stop-after", "1")
     text = log.read_text(encoding="utf-8")
     check(re.search(r"kstrmouse\s+1\s+137 KSTRMouse Run", text), f"no Run trace in log:\n{text}")
     check(re.search(r"168 Enter MouseTest", text), f"no MouseTest trace in log:\n{text}")
     log.unlink()
-    s.run("--test", "MouseTest", "--log-level", "2", "--log-file", str(log))
+    s.run("--test", "MouseTest", "--log-level", "2", "--log-file", str(log), "--stop-after", "1")
     text = log.read_text(encoding="utf-8") if log.exists() else ""
     check("KSTRMouse Run" not in text, f"trace written above threshold:\n{text}")
 

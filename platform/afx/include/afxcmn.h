@@ -4,4 +4,5 @@
 
 #include <commctrl.h>
 
+#include "afx/CImageList.h"
 #include "afx/CProgressCtrl.h"

@@ -6,6 +6,7 @@
 #include "afx/AfxMsgMap.h"
 #include "afx/AfxRegisterWndClass.h"
 #include "afx/AfxWinMain.h"
+#include "afx/CBitmap.h"
 #include "afx/CButton.h"
 #include "afx/CCmdTarget.h"
 #include "afx/CCommandLineInfo.h"

@@ -68,25 +68,25 @@ std::uintptr_t parseHandle(const std::string& text)
     return static_cast<std::uintptr_t>(handle);
 }
 
+// The kind of a "KIND:SOURCE,..." description; none for a list of capabilities.
+std::optional<std::string> deviceKind(const std::string& description)
+{
+    const std::size_t colon = description.find(':');
+    if (colon == std::string::npos || colon > description.find(',')) {
+        return std::nullopt;
+    }
+    return Text::trim(description.substr(0, colon));
+}
+
 }  // namespace
 
-DiagDevice CommandLine::parseDevice(const std::string& description, std::size_t index)
+DiagDevice CommandLine::parseDevice(const std::string& description, std::size_t index,
+                                    const DeviceProviders* providers)
 {
     const std::string where = "--device \"" + description + "\": ";
     const std::vector<std::string> fields = Text::split(description, ',');
-    DeviceCapability capability;
-    for (const std::string& part : Text::split(fields.front(), '+')) {
-        const std::string name = Text::trim(part);
-        const std::optional<DeviceCapability> member = DeviceCapability::fromName(name);
-        if (!member) {
-            fail(where + (name.empty() ? std::string("a capability is missing")
-                                       : "unknown capability \"" + name + "\"") +
-                 "; give capabilities joined by '+' from " + DeviceCapability::knownNames());
-        }
-        capability = capability | *member;
-    }
-    std::string deviceName = "Device " + std::to_string(index) + " (" + capability.toString() + ")";
-    std::vector<DeviceProperty> properties;
+    std::optional<std::string> deviceName;
+    std::vector<std::pair<std::string, std::string>> settings;
     std::set<std::string> seen;
     for (std::size_t i = 1; i < fields.size(); ++i) {
         const std::size_t equals = fields[i].find('=');
@@ -101,13 +101,58 @@ DiagDevice CommandLine::parseDevice(const std::string& description, std::size_t 
         if (property == "name") {
             deviceName = value;
         } else {
-            properties.emplace_back(HarnString(property), HarnString(value));
+            settings.emplace_back(property, value);
         }
     }
-    return DiagDevice(HarnString(deviceName), capability, std::move(properties));
+
+    if (const std::optional<std::string> kind = deviceKind(description)) {
+        DeviceProvider* provider = nullptr;
+        if (providers != nullptr) {
+            if (const auto found = providers->find(*kind); found != providers->end()) {
+                provider = found->second.get();
+            }
+        }
+        if (provider == nullptr) {
+            std::string kinds;
+            if (providers != nullptr) {
+                for (const auto& entry : *providers) {
+                    kinds += (kinds.empty() ? "" : ", ") + entry.first;
+                }
+            }
+            fail(where + "unknown device kind \"" + *kind + "\"; give KIND:SOURCE with a kind from " +
+                 (kinds.empty() ? std::string("none") : kinds) +
+                 ", or capabilities joined by '+' from " + DeviceCapability::knownNames());
+        }
+        DeviceProvider::Request request;
+        request.kind = *kind;
+        request.source = Text::trim(fields.front().substr(fields.front().find(':') + 1));
+        request.settings = std::move(settings);
+        request.index = index;
+        const DiagDevice made = provider->makeDevice(request);
+        return deviceName ? DiagDevice(HarnString(*deviceName), made.capability(), made.properties()) : made;
+    }
+
+    DeviceCapability capability;
+    for (const std::string& part : Text::split(fields.front(), '+')) {
+        const std::string name = Text::trim(part);
+        const std::optional<DeviceCapability> member = DeviceCapability::fromName(name);
+        if (!member) {
+            fail(where + (name.empty() ? std::string("a capability is missing")
+                                       : "unknown capability \"" + name + "\"") +
+                 "; give capabilities joined by '+' from " + DeviceCapability::knownNames());
+        }
+        capability = capability | *member;
+    }
+    std::vector<DeviceProperty> properties;
+    for (const auto& [property, value] : settings) {
+        properties.emplace_back(HarnString(property), HarnString(value));
+    }
+    return DiagDevice(HarnString(deviceName.value_or("Device " + std::to_string(index) + " (" +
+                                                      capability.toString() + ")")),
+                      capability, std::move(properties));
 }
 
-Options CommandLine::parse(const std::vector<std::string>& arguments)
+Options CommandLine::parse(const std::vector<std::string>& arguments, const DeviceProviders* providers)
 {
     Options options;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
@@ -175,8 +220,10 @@ Options CommandLine::parse(const std::vector<std::string>& arguments)
         } else if (option == "--stop-file") {
             options.stopFile = value("the path of a file whose appearance asks the test to stop");
         } else if (option == "--device") {
-            options.devices.push_back(parseDevice(value("CAPABILITY+...,PROPERTY=VALUE,..."),
-                                                  options.devices.size() + 1));
+            const std::string description = value("CAPABILITY+...,PROPERTY=VALUE,... or KIND:SOURCE,...");
+            if (providers != nullptr || !deviceKind(description)) {
+                options.devices.push_back(parseDevice(description, options.devices.size() + 1, providers));
+            }
         } else if (option == "--host-window") {
             options.hostWindow = parseHandle(value("a window handle"));
         } else if (option == "--os") {
@@ -209,6 +256,8 @@ std::string CommandLine::help(const std::string& moduleName)
            "                              ,PROPERTY=VALUE pairs; name=TEXT names it, e.g.\n"
            "                              SynapticsTouchPad+SynapticsMouse+Mouse,SP_Handle=1\n"
            "                              capabilities: " + DeviceCapability::knownNames() + "\n"
+           "  --device KIND:SOURCE        add a device of a kind the module knows, then\n"
+           "                              ,PROPERTY=VALUE pairs, e.g. touchpad:pad.session\n"
            "  --no-system-devices         do not look for the system's own devices\n"
            "  --lang CODE|PATH            language: a code (lang/CODE.lang beside the module)\n"
            "                              or a .lang file; default: the system's UI language\n"

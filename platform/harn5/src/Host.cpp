@@ -179,7 +179,7 @@ int Host::start()
 
 Options Host::parseAndValidate()
 {
-    Options options = CommandLine::parse(m_arguments);
+    Options options = CommandLine::parse(m_arguments, &m_providers);
     if (options.tests.empty() && !options.list && !options.help) {
         fail("no test given; --list shows the tests, --help the options");
     }
@@ -433,6 +433,11 @@ void Host::setUserLanguage(const std::string& code)
 void Host::addDeviceSource(std::unique_ptr<DeviceSource> source)
 {
     m_sources.push_back(std::move(source));
+}
+
+void Host::addDeviceProvider(const std::string& kind, std::unique_ptr<DeviceProvider> provider)
+{
+    m_providers[kind] = std::move(provider);
 }
 
 void Host::setOutput(std::ostream& out, std::ostream& err)

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "harn5/DeviceProvider.h"
 #include "harn5/DiagDevice.h"
 #include "harn5/Options.h"
 
@@ -10,10 +11,15 @@ namespace harn5 {
 
 class CommandLine {
 public:
-    // Throws HarnException naming the bad option or value and what would be valid.
-    static Options parse(const std::vector<std::string>& arguments);
-    // "Caps+Caps,PROPERTY=VALUE,...,name=Display name"; index numbers unnamed devices.
-    static DiagDevice parseDevice(const std::string& description, std::size_t index);
+    // Throws HarnException naming the bad option or value and what would be valid. providers
+    // are the kinds a "KIND:SOURCE" device may name; without them such devices are skipped, so
+    // that the other options can be looked at before the kinds are known.
+    static Options parse(const std::vector<std::string>& arguments,
+                         const DeviceProviders* providers = nullptr);
+    // "Caps+Caps,PROPERTY=VALUE,...,name=Display name", or "KIND:SOURCE,PROPERTY=VALUE,..." for
+    // a kind among providers; index numbers unnamed devices.
+    static DiagDevice parseDevice(const std::string& description, std::size_t index,
+                                  const DeviceProviders* providers = nullptr);
     static std::string help(const std::string& moduleName);
 };
 

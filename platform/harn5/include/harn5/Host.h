@@ -13,6 +13,7 @@
 
 #include "harn5/DataType.h"
 #include "harn5/DeviceCapability.h"
+#include "harn5/DeviceProvider.h"
 #include "harn5/DeviceSource.h"
 #include "harn5/DiagDevice.h"
 #include "harn5/Event.h"
@@ -61,6 +62,8 @@ public:
     void setLanguageFolder(const std::filesystem::path& folder);
     void setUserLanguage(const std::string& code);     // primary code such as "de"
     void addDeviceSource(std::unique_ptr<DeviceSource> source);
+    // Lets "--device KIND:SOURCE,..." make a device of that kind; a later one replaces it.
+    void addDeviceProvider(const std::string& kind, std::unique_ptr<DeviceProvider> provider);
     void setOutput(std::ostream& out, std::ostream& err);
 
     // State for the dialog library and for tests.
@@ -104,6 +107,7 @@ private:
     std::filesystem::path m_languageFolder;
     std::string m_userLanguage;
     std::vector<std::unique_ptr<DeviceSource>> m_sources;
+    DeviceProviders m_providers;
     std::ostream* m_out;
     std::ostream* m_err;
 

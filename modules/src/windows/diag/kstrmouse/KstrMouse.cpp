@@ -3,6 +3,7 @@
 #include <afxdisp.h>
 #include <gdiplus.h>
 
+#include "KstrMouseDlg.h"
 #include "harn5/DiagModule.h"
 #include "harn5/HarnException.h"
 #include "ksx/AssertionFailure.h"
@@ -11,6 +12,7 @@
 #include "ksx/Log.h"
 #include "ksx/OStream.h"
 #include "ksxui/CommandLineParser.h"
+#include "ksxui/KstrGetCUIHandle.h"
 
 using harn5::DeviceCapability;
 using harn5::DiagModule;
@@ -101,7 +103,10 @@ TestResult MouseTest(const harn5::DiagDevice& device)
 {
     KSX_TRACE(trace, s_log, "kstrmouse", "Enter MouseTest", "KstrMouse", kLineMouseTestTrace);
     KSX_ASSERT(device.hasCapability(DeviceCapability::Mouse()), "KstrMouse", kLineMouseTestAssert);
-    return dialogNotAvailable("MouseTest");
+    CWnd* pParent = KstrGetCUIHandle();
+    CKstrMouseDlg dialog(pParent);
+    dialog.DoModal();
+    return dialog.m_result;
 }
 
 TestResult MouseInteractiveTest(const harn5::DiagDevice& /*device*/)

@@ -4,6 +4,8 @@
 #include "Registration.h"
 
 #include "KstrMouse.h"
+#include "harn5/Host.h"
+#include "padkit/SessionDeviceProvider.h"
 #include "synaptics/synaptics.h"
 
 using harn5::DataType;
@@ -83,6 +85,10 @@ namespace {
         ->addParameter(params::bDisablePassUntilFinished)
         ->addParameter(params::bDisablePassUntilStarted)
         ->addParameter(params::ExcludedThreeButtonDisplayByPnPID);
+
+// Recorded touchpad and TrackPoint sessions become host devices (--device touchpad:FILE).
+[[maybe_unused]] const bool padkitDevices =
+    (padkit::SessionDeviceProvider::registerWith(harn5::Host::process()), true);
 
 }  // namespace
 

@@ -2,3 +2,104 @@
 // Resource ids of the module; the dialog Parts add theirs here.
 #define IDR_MANIFEST 1
 #define IDR_VERSION 1
+
+// Icons.
+#define IDI_MOUSE 106
+
+// Dialog templates.
+#define IDD_KSTRMOUSE_DIALOG 102
+#define IDD_KSTRMOUSE_MOREINFO 146
+
+// Bitmaps of the classic dialog (rendered into pictures.rc under these numbers).
+#define IDB_DRAG_SOURCE 143
+#define IDB_DROP_TARGET_EMPTY 144
+#define IDB_DROP_TARGET_FILLED 145
+#define IDB_WHEEL_UP 147
+#define IDB_WHEEL_DOWN 148
+#define IDB_MOUSE2_LEFT 149
+#define IDB_MOUSE2_IDLE 150
+#define IDB_MOUSE2_RIGHT 151
+#define IDB_MOUSE3_IDLE 153
+#define IDB_WHEEL_IDLE 154
+#define IDB_NUB_IDLE 155
+#define IDB_MOUSE3_LEFT 156
+#define IDB_WHEEL_LEFT 157
+#define IDB_NUB_LEFT 158
+#define IDB_MOUSE3_RIGHT 159
+#define IDB_WHEEL_RIGHT 160
+#define IDB_NUB_RIGHT 161
+#define IDB_MOUSE3_MIDDLE 165
+#define IDB_WHEEL_MIDDLE 166
+#define IDB_NUB_CENTRE 167
+#define IDB_TILT_LEFT 177
+#define IDB_TILT_RIGHT 178
+
+// Controls of the classic dialog.
+#define IDC_GROUP_INSTRUCTIONS 1000
+#define IDC_GROUP_MOUSE_STATUS 1001
+#define IDC_GROUP_DRAG_DROP 1002
+#define IDC_GROUP_DOUBLE_CLICK 1003
+#define IDC_MORE_INFO 1004
+#define IDC_FAIL 1005
+#define IDC_SMILEY 1006
+#define IDC_NON_SMILEY 1007
+#define IDC_PASS 1008
+#define IDC_DRAG_SOURCE 1023
+#define IDC_DROP_TARGET 1024
+#define IDC_DROP_TARGET_FILLED 1025
+#define IDC_WHEEL_UP 1026
+#define IDC_WHEEL_DOWN 1027
+#define IDC_POSITION_LABEL 1028
+#define IDC_POSITION_X 1029
+#define IDC_POSITION_Y 1030
+#define IDC_INSTRUCTIONS 1031
+#define IDC_TILT_LEFT 1032
+#define IDC_TILT_RIGHT 1033
+// Mouse pictures, one per picture set and held button, all in one rectangle.
+#define IDC_WHEEL_LEFT 1035
+#define IDC_WHEEL_RIGHT 1036
+#define IDC_WHEEL_IDLE 1037
+#define IDC_MOUSE3_IDLE 1038
+#define IDC_WHEEL_MIDDLE 1039
+#define IDC_NUB_RIGHT 1040
+#define IDC_MOUSE3_LEFT 1041
+#define IDC_MOUSE3_RIGHT 1042
+#define IDC_MOUSE2_IDLE 1043
+#define IDC_MOUSE2_LEFT 1044
+#define IDC_MOUSE2_RIGHT 1045
+#define IDC_MOUSE3_MIDDLE 1046
+#define IDC_NUB_IDLE 1047
+#define IDC_NUB_LEFT 1048
+#define IDC_NUB_CENTRE 1049
+#define IDC_PASS_DESCRIPTION 1050
+#define IDC_FAIL_DESCRIPTION 1051
+#define IDC_WHEEL_SCALE_TOP 1062
+#define IDC_WHEEL_SCALE_BOTTOM 1063
+#define IDC_WHEEL_BAR 1064
+// The wheel bar's value label is the template's one unnamed static.
+#define IDC_WHEEL_VALUE (-1)
+
+// Controls of the More Info dialog.
+#define IDC_MORE_INFO_TEXT 1052
+
+// Touchpad and TrackPoint dialog: template, icons by device type, controls.
+#define IDD_SYNAPTICS_DIALOG 1053
+#define IDI_TOUCHPAD 107
+#define IDI_TRACKPOINT 108
+#define IDC_SYN_GROUP_INSTRUCTIONS 1000
+#define IDC_SYN_FAIL 1005
+#define IDC_SYN_PASS 1008
+#define IDC_SYN_INSTRUCTIONS 1031
+#define IDC_SYN_X_LABEL 1052
+#define IDC_SYN_Y_LABEL 1053
+#define IDC_SYN_X_VALUE 1054
+#define IDC_SYN_GROUP_STATUS 1055
+#define IDC_SYN_Y_VALUE 1056
+#define IDC_SYN_ROW3_LABEL 1057
+#define IDC_SYN_ROW3_VALUE 1058
+#define IDC_SYN_ROW4_LABEL 1059
+#define IDC_SYN_ROW5_LABEL 1060
+#define IDC_SYN_ROW4_VALUE 1061
+#define IDC_SYN_ROW5_VALUE 1062
+// The device picture: an id of its own, so that the X value field keeps 1054 to itself.
+#define IDC_SYN_DEVICE 1063

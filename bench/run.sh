@@ -1,0 +1,16 @@
+#!/usr/bin/env bash
+# Builds the benchmarks and runs them under Wine in a virtual display; prints their figures.
+set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+source "$root/scripts/env.sh"
+bash "$root/scripts/install-deps.sh"
+cmake -S "$root" -B "$KSTR_BUILD/win" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+  -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake" >/dev/null
+cmake --build "$KSTR_BUILD/win" -j "$(nproc)" --target mouse_dialog_bench
+source "$root/scripts/wine-session.sh"
+unset DISPLAY
+kstr_start_display
+kstr_prepare_prefix
+trap kstr_stop_session EXIT
+cd "$KSTR_BUILD/win/bin"
+wine "$KSTR_BUILD/win/bench/mouse_dialog_bench.exe"

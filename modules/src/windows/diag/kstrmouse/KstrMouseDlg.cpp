@@ -1,0 +1,707 @@
+#include "KstrMouseDlg.h"
+
+#include <memory>
+
+#include "KstrMouseMoreInfo.h"
+#include "PassButtonPolicy.h"
+#include "Registration.h"
+#include "harn5/DiagModule.h"
+#include "ksx/KSXValue.h"
+#include "ksx/Log.h"
+#include "ksx/OperatingSystem.h"
+#include "resource.h"
+
+using harn5::DiagModule;
+using harn5::TestResult;
+namespace texts = kstrmouse::texts;
+namespace params = kstrmouse::params;
+
+namespace {
+
+ksx::Logger* s_log = nullptr;  // "kstrmouse"
+
+constexpr const char* kSourceFile = "KstrMouseDlg";
+
+// Source lines that log readers and hosts match on.
+constexpr int kLineWindows10PEDetected = 75;
+constexpr int kLineWindows10PENotDetected = 78;
+constexpr int kLineOleRegistrationFailed = 173;
+constexpr int kLineErrorDuringInit = 174;
+constexpr int kLineUserMimicMiddleButton = 410;
+constexpr int kLineTestFailed = 425;
+constexpr int kLineScrollInfo = 625;
+constexpr int kLineHidingScrollbar = 628;
+constexpr int kLineWheelTimerKillFailed = 1012;
+constexpr int kLineDropTimerKillFailed = 1023;
+
+// One id serves the wheel timer and the drop timer; m_bWheelMoved tells which one expired.
+constexpr UINT_PTR kWheelOrDropTimer = 1;
+constexpr UINT_PTR kStopTimer = 2;
+constexpr UINT_PTR kPositionTimer = 3;
+constexpr UINT kWheelPeriodMs = 100;
+constexpr UINT kDropPeriodMs = 1000;
+constexpr UINT kStopPeriodMs = 750;
+constexpr UINT kPositionPeriodMs = 200;
+
+constexpr UINT kNoTimer = 0xFFFFFFFF;
+constexpr SIZE_T kDragDataSize = 1024;
+constexpr int kDragSourceMargin = 2;
+
+// The mouse pictures of one picture set; 0 where the set has no such picture.
+struct PictureSet {
+    int idle;
+    int left;
+    int right;
+    int middle;
+    int hidden[4];  // hidden (and disabled) before each choice; 0 ends the list
+};
+
+const PictureSet* FindPictureSet(std::uint32_t mouseType)
+{
+    static const PictureSet sets[] = {
+        {IDC_MOUSE2_IDLE, IDC_MOUSE2_LEFT, IDC_MOUSE2_RIGHT, 0,
+         {IDC_MOUSE2_LEFT, IDC_MOUSE2_RIGHT, 0, 0}},
+        {IDC_MOUSE3_IDLE, IDC_MOUSE3_LEFT, IDC_MOUSE3_RIGHT, IDC_MOUSE3_MIDDLE,
+         {IDC_MOUSE3_LEFT, IDC_MOUSE3_RIGHT, IDC_MOUSE3_MIDDLE, 0}},
+        {IDC_WHEEL_IDLE, IDC_WHEEL_LEFT, IDC_WHEEL_RIGHT, IDC_WHEEL_MIDDLE,
+         {IDC_WHEEL_IDLE, IDC_WHEEL_LEFT, IDC_WHEEL_RIGHT, IDC_WHEEL_MIDDLE}},
+        {IDC_NUB_IDLE, IDC_NUB_LEFT, IDC_NUB_RIGHT, 0,
+         {IDC_NUB_LEFT, IDC_NUB_RIGHT, 0, 0}},
+    };
+    return mouseType >= 1 && mouseType <= 4 ? &sets[mouseType - 1] : nullptr;
+}
+
+LPCTSTR Text(const harn5::HarnString& text)
+{
+    return reinterpret_cast<LPCTSTR>(text.getUCS2Buffer());
+}
+
+LPCTSTR Text(const harn5::LocalizedString* key)
+{
+    return Text(key->localizedString());
+}
+
+// A global memory block owned until it is handed over.
+struct GlobalFreeDeleter {
+    void operator()(void* block) const { ::GlobalFree(block); }
+};
+using GlobalBlock = std::unique_ptr<void, GlobalFreeDeleter>;
+
+}  // namespace
+
+BEGIN_MESSAGE_MAP(CKstrMouseDlg, KSXDialog)
+    ON_WM_CREATE()
+    ON_WM_DESTROY()
+    ON_WM_LBUTTONDOWN()
+    ON_WM_LBUTTONUP()
+    ON_WM_RBUTTONDOWN()
+    ON_WM_RBUTTONUP()
+    ON_WM_MBUTTONDOWN()
+    ON_WM_MBUTTONUP()
+    ON_WM_MOUSEMOVE()
+    ON_WM_MOUSEWHEEL()
+    ON_WM_MOUSEHWHEEL()
+    ON_WM_TIMER()
+    ON_WM_QUERYDRAGICON()
+    ON_BN_CLICKED(IDC_PASS, &CKstrMouseDlg::OnBnClickedPass)
+    ON_BN_CLICKED(IDC_FAIL, &CKstrMouseDlg::OnBnClickedFail)
+    ON_BN_CLICKED(IDC_MORE_INFO, &CKstrMouseDlg::OnBnClickedMoreInfo)
+    ON_BN_DOUBLECLICKED(IDC_SMILEY, &CKstrMouseDlg::OnBnDoubleClickedFace)
+    ON_BN_DOUBLECLICKED(IDC_NON_SMILEY, &CKstrMouseDlg::OnBnDoubleClickedFace)
+    ON_EN_SETFOCUS(IDC_INSTRUCTIONS, &CKstrMouseDlg::OnEnSetFocusInstructions)
+END_MESSAGE_MAP()
+
+CKstrMouseDlg::CKstrMouseDlg(CWnd* pParent)
+    : KSXDialog(IDD_KSTRMOUSE_DIALOG, pParent),
+      m_nWheelTimer(kNoTimer),
+      m_nPositionTimer(0),
+      m_nDropTimer(kNoTimer),
+      m_bWheelMoved(false),
+      m_iForcedMouseType(0),
+      m_iDragState(Idle),
+      m_bDoubleClickDone(false),
+      m_bDragDropDone(Windows10PE()),  // no drag-and-drop check on Windows 10 PE
+      m_bCaptured(false),
+      m_bLeftDown(false),
+      m_bRightDown(false),
+      m_bMiddleMimicked(false),
+      m_bMiddleSeen(false),
+      m_pPassButton(nullptr),
+      m_hIcon(::LoadIconW(AfxGetResourceHandle(), MAKEINTRESOURCEW(IDI_MOUSE))),
+      m_result(TestResult::TESTNOTSTARTED()),
+      m_pMoreInfo(nullptr)
+{
+}
+
+CKstrMouseDlg::~CKstrMouseDlg() = default;
+
+bool CKstrMouseDlg::Windows10PE()
+{
+    const ksx::OperatingSystem os = ksx::OperatingSystem::getCurrentOperatingSystem();
+    if (os.getDistribution().distribution != ksx::OperatingSystem::WINDOWS_PE) {
+        return false;
+    }
+    if (os.getMajor().major == ksx::OperatingSystem::WINDOWS_10) {
+        KSX_LOG(s_log, "kstrmouse", ksx::LoggerPriority::PRIORITY_TRACE, kLineWindows10PEDetected,
+                "Windows10PE():Windows 10 PE detected");
+        return true;
+    }
+    KSX_LOG(s_log, "kstrmouse", ksx::LoggerPriority::PRIORITY_TRACE, kLineWindows10PENotDetected,
+            "Windows10PE():Windows 10 PE could not be detected");
+    return false;
+}
+
+void CKstrMouseDlg::StartDropTimer()
+{
+    m_nDropTimer = static_cast<UINT>(SetTimer(kWheelOrDropTimer, kDropPeriodMs));
+}
+
+void CKstrMouseDlg::DoDataExchange(CDataExchange* pDX)
+{
+    KSXDialog::DoDataExchange(pDX);
+    DDX_Control(pDX, IDC_INSTRUCTIONS, m_instructions);
+    DDX_Control(pDX, IDC_WHEEL_BAR, m_wheelBar);
+}
+
+// WM_CREATE: the dialog window is its own drop target.
+int CKstrMouseDlg::OnCreate(LPCREATESTRUCT lpCreateStruct)
+{
+    if (KSXDialog::OnCreate(lpCreateStruct) == -1) {
+        return -1;
+    }
+    if (!m_dropTarget.Register(this)) {
+        KSX_LOG(s_log, "kstrmouse", ksx::LoggerPriority::PRIORITY_INFO, kLineOleRegistrationFailed,
+                "Error occurred during Ole registration ");
+        DiagModule::warning(kstrmouse::events::ErrorDuringInit, kSourceFile, kLineErrorDuringInit);
+    }
+    return 0;
+}
+
+BOOL CKstrMouseDlg::OnInitDialog()
+{
+    KSXDialog::OnInitDialog();
+    SetIcon(m_hIcon, TRUE);
+    SetIcon(m_hIcon, FALSE);
+    if (Windows10PE()) {
+        ShowControl(IDC_GROUP_DRAG_DROP, SW_HIDE);
+        ShowControl(IDC_DRAG_SOURCE, SW_HIDE);
+        ShowControl(IDC_DROP_TARGET, SW_HIDE);
+    }
+    m_iForcedMouseType = params::iForceMouseType->value().valueUint32();
+    m_mouse.probe();
+    bool anyControl = false;
+    for (const std::uint32_t state : m_mouse.state) {
+        anyControl = anyControl || state != Absent;
+    }
+    if (!anyControl) {
+        // The base ends the dialog, so that the verdict stays; it closes once start-up is over.
+        m_result = TestResult::INTERNALERROR();
+        CDialog::OnCancel();
+    }
+    UpdateStatusPicture();
+    m_smiley.AutoLoad(IDC_SMILEY, this);
+    m_nonSmiley.AutoLoad(IDC_NON_SMILEY, this);
+    ShowControl(IDC_DROP_TARGET_FILLED, SW_HIDE);
+    m_pPassButton = GetDlgItem(IDC_PASS);
+    if (getPassButtonPolicy() != Enabled && m_pPassButton != nullptr) {
+        m_pPassButton->EnableWindow(FALSE);
+    }
+    SetDialogTexts();
+    m_nPositionTimer = static_cast<UINT>(SetTimer(kPositionTimer, kPositionPeriodMs));
+    if (!m_stopTimer.SetAsWindowTimer(this, kStopTimer, kStopPeriodMs)) {
+        m_result = TestResult::INTERNALERROR();
+        CDialog::OnCancel();
+    }
+    if (CWnd* pMoreInfo = GetDlgItem(IDC_MORE_INFO)) {
+        pMoreInfo->SetFocus();
+    }
+    m_wheelBar.Initialize(GetDlgItem(IDC_WHEEL_VALUE));
+    return FALSE;  // the focus was set above
+}
+
+void CKstrMouseDlg::SetDialogTexts()
+{
+    SetWindowText(Text(kstrmouse::tests::MouseTest->localizedName()));
+    SetControlText(IDC_GROUP_INSTRUCTIONS, Text(texts::MsgMouseGroupBoxInstructions));
+    const harn5::HarnString paragraphBreak("\r\n\r\n");
+    const harn5::HarnString instructions =
+        texts::MsgMouseStatusDescription->localizedString() + paragraphBreak +
+        texts::MsgMouseDragAndDropDescription->localizedString() + paragraphBreak +
+        texts::MsgMouseDoubleClickDescription->localizedString();
+    SetControlText(IDC_PASS_DESCRIPTION, Text(texts::MsgMousePassDescription));
+    SetControlText(IDC_FAIL_DESCRIPTION, Text(texts::MsgMouseFailDescription));
+    if (CWnd* pEdit = GetDlgItem(IDC_INSTRUCTIONS)) {
+        pEdit->SetWindowText(Text(instructions));
+        SCROLLINFO info{};
+        info.cbSize = sizeof(info);
+        pEdit->GetScrollInfo(SB_VERT, &info, SIF_ALL);
+        KSX_LOG(s_log, "kstrmouse", ksx::LoggerPriority::PRIORITY_TRACE, kLineScrollInfo,
+                "Scroll Info : " + info.nTrackPos + "," + info.nMin + "," + info.nMax + "," + info.nPage);
+        // Unsigned, as the system keeps the page: a range of -1 never hides the bar.
+        if (static_cast<UINT>(info.nMax) >= info.nPage) {
+            pEdit->ShowScrollBar(SB_VERT, TRUE);
+        } else {
+            KSX_LOG(s_log, "kstrmouse", ksx::LoggerPriority::PRIORITY_TRACE, kLineHidingScrollbar,
+                    "Hiding vertical scrollbar");
+            pEdit->ShowScrollBar(SB_VERT, FALSE);
+        }
+    }
+    SetControlText(IDC_GROUP_MOUSE_STATUS, Text(texts::MsgMouseGroupBoxMouseStatus));
+    SetControlText(IDC_POSITION_LABEL, Text(texts::MsgMouseLabelPosition));
+    SetControlText(IDC_GROUP_DRAG_DROP, Text(texts::MsgMouseGroupBoxDragAndDrop));
+    SetControlText(IDC_GROUP_DOUBLE_CLICK, Text(texts::MsgMouseGroupBoxDoubleClick));
+    SetControlText(IDC_MORE_INFO, Text(texts::MsgMouseButtonLabelMoreInfo));
+    SetControlText(IDCANCEL, Text(texts::MsgMouseButtonLabelClose));
+    SetControlText(IDC_PASS, Text(texts::MsgMouseButtonLabelPass));
+    SetControlText(IDC_FAIL, Text(texts::MsgMouseButtonLabelFail));
+}
+
+void CKstrMouseDlg::OnDestroy()
+{
+    KillTimer(m_nPositionTimer);
+    m_stopTimer.Kill();
+    KSXDialog::OnDestroy();
+}
+
+void CKstrMouseDlg::OnCancel()
+{
+    m_result = TestResult::USERABORTED();
+    KSXDialog::OnCancel();
+}
+
+std::uint32_t& CKstrMouseDlg::PrimaryState()
+{
+    return m_mouse.state[m_mouse.buttonsSwapped ? Mouse::RightButton : Mouse::LeftButton];
+}
+
+std::uint32_t& CKstrMouseDlg::SecondaryState()
+{
+    return m_mouse.state[m_mouse.buttonsSwapped ? Mouse::LeftButton : Mouse::RightButton];
+}
+
+void CKstrMouseDlg::CaptureMouse()
+{
+    if (!m_bCaptured) {
+        SetCapture();
+        m_bCaptured = true;
+    }
+}
+
+void CKstrMouseDlg::ReleaseMouse()
+{
+    if (m_bCaptured) {
+        ::ReleaseCapture();
+        m_bCaptured = false;
+    }
+}
+
+void CKstrMouseDlg::SetControlText(int id, LPCTSTR text)
+{
+    ::SetDlgItemTextW(m_hWnd, id, text);
+}
+
+void CKstrMouseDlg::ShowControl(int id, int nCmdShow)
+{
+    if (CWnd* pControl = GetDlgItem(id)) {
+        pControl->ShowWindow(nCmdShow);
+    }
+}
+
+// WM_LBUTTONDOWN: the primary button goes down, or, with the secondary held, the chord
+// stands in for the middle button (not on a two-button picture set).
+void CKstrMouseDlg::OnLButtonDown(UINT nFlags, CPoint point)
+{
+    m_bLeftDown = true;
+    if (m_bRightDown) {
+        if (m_mouse.mouseType == 1) {
+            return;
+        }
+        m_bMiddleMimicked = true;
+        SecondaryState() = Seen;
+        UpdateStatusPicture();
+        m_mouse.state[Mouse::MiddleButton] = Active;
+        UpdateStatusPicture();
+        return;
+    }
+    if (IsOverDragSource(point)) {
+        m_iDragState = Armed;
+    } else {
+        CaptureMouse();
+    }
+    PrimaryState() = Active;
+    UpdateStatusPicture();
+    KSXDialog::OnLButtonDown(nFlags, point);
+}
+
+// WM_LBUTTONUP: the primary button is seen, and a drag this dialog started is closed.
+void CKstrMouseDlg::OnLButtonUp(UINT nFlags, CPoint point)
+{
+    m_bLeftDown = false;
+    if (m_bRightDown) {
+        if (m_mouse.mouseType == 1) {
+            return;
+        }
+        m_mouse.state[Mouse::MiddleButton] = Seen;
+        UpdateStatusPicture();
+        RefreshPassButton();
+        return;
+    }
+    PrimaryState() = Seen;
+    ReleaseMouse();
+    UpdateStatusPicture();
+    if (m_iDragState == Dragged) {
+        m_iDragState = Idle;
+        if (m_dropTarget.m_bDropped) {
+            m_bDragDropDone = true;
+        }
+    }
+    RefreshPassButton();
+    KSXDialog::OnLButtonUp(nFlags, point);
+}
+
+// WM_RBUTTONDOWN: the secondary button goes down, or completes a chord.
+void CKstrMouseDlg::OnRButtonDown(UINT nFlags, CPoint point)
+{
+    m_bRightDown = true;
+    if (m_bLeftDown) {
+        if (m_mouse.mouseType == 1) {
+            return;
+        }
+        m_bMiddleMimicked = true;
+        PrimaryState() = Seen;
+        m_mouse.state[Mouse::MiddleButton] = Active;
+        UpdateStatusPicture();
+        return;
+    }
+    SecondaryState() = Active;
+    CaptureMouse();
+    UpdateStatusPicture();
+    KSXDialog::OnRButtonDown(nFlags, point);
+}
+
+// WM_RBUTTONUP: the secondary button is seen, or a chord ends.
+void CKstrMouseDlg::OnRButtonUp(UINT nFlags, CPoint point)
+{
+    m_bRightDown = false;
+    if (m_bLeftDown) {
+        if (m_mouse.mouseType == 1) {
+            return;
+        }
+        m_mouse.state[Mouse::MiddleButton] = Seen;
+        UpdateStatusPicture();
+        RefreshPassButton();
+        return;
+    }
+    SecondaryState() = Seen;
+    ReleaseMouse();
+    UpdateStatusPicture();
+    RefreshPassButton();
+    KSXDialog::OnRButtonUp(nFlags, point);
+}
+
+// WM_MBUTTONDOWN: a real middle button, which also rules out the emulation warning.
+void CKstrMouseDlg::OnMButtonDown(UINT nFlags, CPoint point)
+{
+    m_bMiddleSeen = true;
+    CaptureMouse();
+    m_mouse.state[Mouse::MiddleButton] = Active;
+    UpdateStatusPicture();
+    KSXDialog::OnMButtonDown(nFlags, point);
+}
+
+void CKstrMouseDlg::OnMButtonUp(UINT nFlags, CPoint point)
+{
+    ReleaseMouse();
+    m_mouse.state[Mouse::MiddleButton] = Seen;
+    UpdateStatusPicture();
+    RefreshPassButton();
+    KSXDialog::OnMButtonUp(nFlags, point);
+}
+
+void CKstrMouseDlg::UpdateStatusPicture()
+{
+    const PictureSet* pSet = FindPictureSet(m_mouse.mouseType);
+    if (pSet == nullptr) {
+        return;
+    }
+    for (const int id : pSet->hidden) {
+        if (id == 0) {
+            break;
+        }
+        if (CWnd* pPicture = GetDlgItem(id)) {
+            pPicture->ShowWindow(SW_HIDE);
+            pPicture->EnableWindow(FALSE);
+        }
+    }
+    int chosen = pSet->idle;
+    if (m_mouse.state[Mouse::LeftButton] == Active) {
+        chosen = pSet->left;
+    } else if (m_mouse.state[Mouse::RightButton] == Active) {
+        chosen = pSet->right;
+    } else if (pSet->middle != 0 && m_mouse.state[Mouse::MiddleButton] == Active) {
+        chosen = pSet->middle;
+    }
+    if (CWnd* pPicture = GetDlgItem(chosen)) {
+        if (!pPicture->IsWindowEnabled()) {
+            pPicture->EnableWindow(TRUE);
+        }
+        if (!pPicture->IsWindowVisible()) {
+            pPicture->ShowWindow(SW_SHOWNORMAL);
+        }
+    }
+}
+
+// WM_MOUSEWHEEL: the vertical arrow and the bar follow the direction; away from the user is up.
+BOOL CKstrMouseDlg::OnMouseWheel(UINT nFlags, short zDelta, CPoint pt)
+{
+    m_nWheelTimer = static_cast<UINT>(SetTimer(kWheelOrDropTimer, kWheelPeriodMs));
+    const bool towardUser = zDelta < 1;
+    ShowControl(IDC_WHEEL_UP, towardUser ? SW_HIDE : SW_SHOW);
+    ShowControl(IDC_WHEEL_DOWN, towardUser ? SW_SHOW : SW_HIDE);
+    m_bWheelMoved = true;
+    m_mouse.state[Mouse::VerticalWheel] = towardUser ? Seen : Active;
+    ShowControl(IDC_WHEEL_SCALE_BOTTOM, SW_SHOW);
+    ShowControl(IDC_WHEEL_SCALE_TOP, SW_SHOW);
+    if (towardUser) {
+        m_wheelBar.StepDown();
+    } else {
+        m_wheelBar.StepUp();
+    }
+    m_iDragState = Idle;
+    if (!Windows10PE()) {
+        ResetDragPictures();
+    }
+    RefreshPassButton();
+    return KSXDialog::OnMouseWheel(nFlags, zDelta, pt);
+}
+
+// WM_MOUSEHWHEEL: one tilt arrow shows until the wheel timer expires.
+void CKstrMouseDlg::OnMouseHWheel(UINT, short zDelta, CPoint)
+{
+    m_nWheelTimer = static_cast<UINT>(SetTimer(kWheelOrDropTimer, kWheelPeriodMs));
+    const bool left = zDelta < 1;
+    ShowControl(IDC_TILT_LEFT, left ? SW_SHOW : SW_HIDE);
+    ShowControl(IDC_TILT_RIGHT, left ? SW_HIDE : SW_SHOW);
+    m_bWheelMoved = true;
+    m_mouse.state[Mouse::HorizontalWheel] = left ? Seen : Active;
+    m_iDragState = Idle;
+    if (!Windows10PE()) {
+        ResetDragPictures();
+    }
+    RefreshPassButton();
+}
+
+void CKstrMouseDlg::ResetDragPictures()
+{
+    ShowControl(IDC_DROP_TARGET_FILLED, SW_HIDE);
+    ShowControl(IDC_DROP_TARGET, SW_SHOWNORMAL);
+    ShowControl(IDC_DRAG_SOURCE, SW_SHOWNORMAL);
+}
+
+void CKstrMouseDlg::OnTimer(UINT_PTR nIDEvent)
+{
+    switch (nIDEvent) {
+    case kPositionTimer:
+        OnPositionTimer();
+        break;
+    case kWheelOrDropTimer:
+        if (m_bWheelMoved) {
+            OnWheelTimer();
+        } else {
+            OnDropTimer();
+        }
+        break;
+    case kStopTimer:
+        OnStopTimer();
+        break;
+    default:
+        KSXDialog::OnTimer(nIDEvent);
+        break;
+    }
+}
+
+// Every 200 ms, wherever the pointer is.
+void CKstrMouseDlg::OnPositionTimer()
+{
+    POINT cursor{};
+    ::GetCursorPos(&cursor);
+    const int x = cursor.x;
+    const int y = cursor.y;
+    SetControlText(IDC_POSITION_X, Text(KSXValue(x).toString(KSXValue::nilValue())));
+    SetControlText(IDC_POSITION_Y, Text(KSXValue(y).toString(KSXValue::nilValue())));
+    KSXDialog::OnTimer(kPositionTimer);
+}
+
+// 100 ms after the last wheel or tilt event the tilt arrows go; the rest stays as it is.
+void CKstrMouseDlg::OnWheelTimer()
+{
+    ShowControl(IDC_TILT_RIGHT, SW_HIDE);
+    ShowControl(IDC_TILT_LEFT, SW_HIDE);
+    m_bWheelMoved = false;
+    if (!KillTimer(m_nWheelTimer)) {
+        KSX_LOG(s_log, "kstrmouse", ksx::LoggerPriority::PRIORITY_DEBUG, kLineWheelTimerKillFailed,
+                "Error killing mouse wheel Timer");
+    }
+    KSXDialog::OnTimer(kWheelOrDropTimer);
+}
+
+// A second after an accepted drop the target empties and the source returns.
+void CKstrMouseDlg::OnDropTimer()
+{
+    if (!Windows10PE()) {
+        ResetDragPictures();
+    }
+    if (!KillTimer(m_nDropTimer)) {
+        KSX_LOG(s_log, "kstrmouse", ksx::LoggerPriority::PRIORITY_DEBUG, kLineDropTimerKillFailed,
+                "Error killing drag and drop timer Timer");
+    }
+    KSXDialog::OnTimer(kWheelOrDropTimer);
+}
+
+// Every 750 ms: a stop request from the host ends the test, once More Info has closed itself.
+void CKstrMouseDlg::OnStopTimer()
+{
+    if (DiagModule::checkForStop()) {
+        m_result = TestResult::USERABORTED();
+        if (m_pMoreInfo != nullptr) {
+            return;
+        }
+        CDialog::OnCancel();
+    }
+    KSXDialog::OnTimer(kStopTimer);
+}
+
+HCURSOR CKstrMouseDlg::OnQueryDragIcon()
+{
+    return static_cast<HCURSOR>(m_hIcon);
+}
+
+bool CKstrMouseDlg::AllRequiredChecksDone() const
+{
+    if (params::bRequireDoubleClick->value().valueBool() && !m_bDoubleClickDone) {
+        return false;
+    }
+    if (params::bRequireDragAndDrop->value().valueBool() && !m_bDragDropDone) {
+        return false;
+    }
+    if (params::bRequireLeftClick->value().valueBool() && m_mouse.state[Mouse::LeftButton] < Seen) {
+        return false;
+    }
+    if (params::bRequireRightClick->value().valueBool() && m_mouse.state[Mouse::RightButton] < Seen) {
+        return false;
+    }
+    if (!params::bRequireAllButtons->value().valueBool()) {
+        return true;
+    }
+    // An absent control is not demanded; one that is present must have been used.
+    for (const std::uint32_t state : m_mouse.state) {
+        if (state == Untested) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void CKstrMouseDlg::RefreshPassButton()
+{
+    if (m_pPassButton == nullptr) {
+        return;
+    }
+    const bool enable = getPassButtonPolicy() != DisabledUntilFinished || AllRequiredChecksDone();
+    m_pPassButton->EnableWindow(enable ? TRUE : FALSE);
+}
+
+void CKstrMouseDlg::OnBnClickedPass()
+{
+    if (getPassButtonPolicy() == DisabledUntilFinished && m_bMiddleMimicked && !m_bMiddleSeen) {
+        DiagModule::warning(kstrmouse::events::UserMimicMiddleButton, kSourceFile, kLineUserMimicMiddleButton);
+    }
+    m_result = TestResult::PASS();
+    CDialog::OnOK();
+}
+
+void CKstrMouseDlg::OnBnClickedFail()
+{
+    DiagModule::error(kstrmouse::events::TestFailed, kSourceFile, kLineTestFailed);
+    m_result = TestResult::FAIL();
+    CDialog::OnOK();
+}
+
+// More Info runs modally on top; while it is open the stop poll leaves the ending to it.
+void CKstrMouseDlg::OnBnClickedMoreInfo()
+{
+    if (m_pMoreInfo != nullptr) {
+        return;
+    }
+    // Empties m_pMoreInfo however the run ends, exceptions included.
+    struct Forget {
+        CKstrMoreInfo*& slot;
+        ~Forget() { slot = nullptr; }
+    };
+    const auto moreInfo = std::make_unique<CKstrMoreInfo>(this);
+    const Forget forget{m_pMoreInfo};
+    m_pMoreInfo = moreInfo.get();
+    m_pMoreInfo->DoModal();
+}
+
+// A double click on either face: the second press counts in the status panel and the faces swap.
+void CKstrMouseDlg::OnBnDoubleClickedFace()
+{
+    SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(0, 0));
+    CWnd* pSmiley = GetDlgItem(IDC_SMILEY);
+    if (pSmiley != nullptr && pSmiley->IsWindowVisible()) {
+        ShowControl(IDC_SMILEY, SW_HIDE);
+        ShowControl(IDC_NON_SMILEY, SW_SHOWNORMAL);
+    } else {
+        ShowControl(IDC_SMILEY, SW_SHOWNORMAL);
+        ShowControl(IDC_NON_SMILEY, SW_HIDE);
+    }
+    m_bDoubleClickDone = true;
+    RefreshPassButton();
+}
+
+// The instructions never keep the focus.
+void CKstrMouseDlg::OnEnSetFocusInstructions()
+{
+    SetFocus();
+}
+
+bool CKstrMouseDlg::IsOverDragSource(CPoint p)
+{
+    CWinThread* pThread = AfxGetThread();
+    CWnd* pMain = pThread != nullptr ? pThread->GetMainWnd() : nullptr;
+    CWnd* pSource = pMain != nullptr ? pMain->GetDlgItem(IDC_DRAG_SOURCE) : nullptr;
+    if (pSource == nullptr) {
+        return false;
+    }
+    pMain->ClientToScreen(&p);
+    CRect source;
+    pSource->GetWindowRect(&source);
+    source.InflateRect(kDragSourceMargin, kDragSourceMargin);
+    return source.PtInRect(p) != FALSE;
+}
+
+// WM_MOUSEMOVE: the first move over the source after a press on it starts the drag.
+void CKstrMouseDlg::OnMouseMove(UINT nFlags, CPoint point)
+{
+    if (m_iDragState == Armed && IsOverDragSource(point)) {
+        StartDrag();
+    }
+    KSXDialog::OnMouseMove(nFlags, point);
+}
+
+void CKstrMouseDlg::StartDrag()
+{
+    m_iDragState = Dragged;
+    // Only the format matters to the target: 1024 zero bytes under the bitmap format's number.
+    GlobalBlock block(::GlobalAlloc(GMEM_ZEROINIT, kDragDataSize));
+    if (block == nullptr || ::GlobalLock(block.get()) == nullptr) {
+        return;
+    }
+    ::GlobalUnlock(block.get());
+    m_dataSource.CacheGlobalData(CF_BITMAP, block.release());
+    m_dataSource.DoDragDrop(DROPEFFECT_COPY | DROPEFFECT_MOVE);
+    // The drag loop took the real release: this one closes the drag.
+    SendMessage(WM_LBUTTONUP, 0, 0);
+    m_dataSource.Empty();
+}

@@ -1,0 +1,116 @@
+#pragma once
+// The classic mouse test: a live picture of the mouse with its held buttons, the pointer
+// position, the wheel bar and arrows, a double-click face and a drag-and-drop pair; the user
+// ends it with Pass or Fail, and host parameters decide what must be done before Pass.
+#include <afxwin.h>
+#include <afxole.h>
+
+#include <cstdint>
+
+#include "COleDropWndTarget.h"
+#include "DoubleClickTest.h"
+#include "MouseWheelBar.h"
+#include "WindowsMouse.h"
+#include "harn5/TestResult.h"
+#include "ksxui/CAutoTimer.h"
+#include "ksxui/KSXDialog.h"
+#include "ksxui/StaticEdit.h"
+
+class CKstrMoreInfo;
+
+class CKstrMouseDlg : public KSXDialog {
+public:
+    // Progress of a drag that this dialog started.
+    enum DragState { Idle = 0, Armed = 1, Dragged = 2 };
+
+    explicit CKstrMouseDlg(CWnd* pParent = nullptr);
+    ~CKstrMouseDlg() override;
+
+    // True on Windows 10 PE, where the drag-and-drop check is not offered; asked afresh each time.
+    static bool Windows10PE();
+
+    // Called by the drop target when a drop on the target was accepted: the filled target shows
+    // for a second.
+    void StartDropTimer();
+
+protected:
+    void DoDataExchange(CDataExchange* pDX) override;
+    BOOL OnInitDialog() override;
+    // Cancel, Escape and the close box: the user gave up.
+    void OnCancel() override;
+
+    afx_msg int OnCreate(LPCREATESTRUCT lpCreateStruct);
+    afx_msg void OnDestroy();
+    afx_msg void OnLButtonDown(UINT nFlags, CPoint point);
+    afx_msg void OnLButtonUp(UINT nFlags, CPoint point);
+    afx_msg void OnRButtonDown(UINT nFlags, CPoint point);
+    afx_msg void OnRButtonUp(UINT nFlags, CPoint point);
+    afx_msg void OnMButtonDown(UINT nFlags, CPoint point);
+    afx_msg void OnMButtonUp(UINT nFlags, CPoint point);
+    afx_msg void OnMouseMove(UINT nFlags, CPoint point);
+    afx_msg BOOL OnMouseWheel(UINT nFlags, short zDelta, CPoint pt);
+    afx_msg void OnMouseHWheel(UINT nFlags, short zDelta, CPoint pt);
+    afx_msg void OnTimer(UINT_PTR nIDEvent);
+    afx_msg HCURSOR OnQueryDragIcon();
+    afx_msg void OnBnClickedPass();
+    afx_msg void OnBnClickedFail();
+    afx_msg void OnBnClickedMoreInfo();
+    afx_msg void OnBnDoubleClickedFace();
+    afx_msg void OnEnSetFocusInstructions();
+
+    DECLARE_MESSAGE_MAP()
+
+private:
+    void SetDialogTexts();
+    // Shows the mouse picture of the current picture set that fits the button states.
+    void UpdateStatusPicture();
+    void RefreshPassButton();
+    bool AllRequiredChecksDone() const;
+    // Whether p (client coordinates) lies on the drag source, widened by 2 pixels.
+    static bool IsOverDragSource(CPoint p);
+    void StartDrag();
+    // The empty target and the source picture return (not on Windows 10 PE).
+    void ResetDragPictures();
+    void OnWheelTimer();
+    void OnDropTimer();
+    void OnPositionTimer();
+    void OnStopTimer();
+    void CaptureMouse();
+    void ReleaseMouse();
+    void SetControlText(int id, LPCTSTR text);
+    void ShowControl(int id, int nCmdShow);
+    // State slot of the button whose presses arrive as left-button messages, and of the other.
+    std::uint32_t& PrimaryState();
+    std::uint32_t& SecondaryState();
+
+    COleDropWndTarget m_dropTarget;
+    COleDataSource m_dataSource;
+    WindowsMouse m_mouse;
+    UINT m_nWheelTimer;
+    UINT m_nPositionTimer;
+    UINT m_nDropTimer;
+    bool m_bWheelMoved;
+    UINT m_iForcedMouseType;
+    DragState m_iDragState;
+    bool m_bDoubleClickDone;
+    bool m_bDragDropDone;
+    bool m_bCaptured;
+    MouseWheelBar m_wheelBar;
+    bool m_bLeftDown;
+    bool m_bRightDown;
+    bool m_bMiddleMimicked;
+    bool m_bMiddleSeen;
+    DoubleClickTest m_smiley;
+    DoubleClickTest m_nonSmiley;
+    CWnd* m_pPassButton;
+    HICON m_hIcon;
+    StaticEdit m_instructions;
+    CAutoTimer m_stopTimer;
+
+public:
+    // The verdict, read by the entry point once DoModal has returned.
+    harn5::TestResult m_result;
+
+private:
+    CKstrMoreInfo* m_pMoreInfo;
+};

@@ -1,0 +1,58 @@
+#pragma once
+// The touchpad picture: the pad with a finger marker and the two buttons, repainted with every
+// packet. It receives the device's packets itself and tells its parent of each one.
+#include <afxwin.h>
+
+#include <memory>
+
+#include "ISynapticsControl.h"
+#include "SynapticsDeviceState.h"
+#include "TouchPadModel.h"
+#include "padkit/SYNTestDevice.h"
+
+namespace Gdiplus {
+class Image;
+}
+
+class CSynapticsTouchPadCtrl : public CWnd, public SYNTestDevice, public ISynapticsControl {
+public:
+    // Loads the pictures; the device starts when the window is created.
+    explicit CSynapticsTouchPadCtrl(long synHandle);
+    ~CSynapticsTouchPadCtrl() override;
+
+    // Called by the device wrapper for every packet, on the window's thread.
+    long OnSynDevicePacket(long sequence) override;
+
+    bool isFingerPresent() override;
+    // The middle button counts as both left and right.
+    bool leftButtonPressed() override;
+    bool middleButtonPressed() override;
+    bool rightButtonPressed() override;
+    bool hasMoved() override;
+    int getX() override;
+    int getY() override;
+    int getWidth() override;
+    bool isTestComplete() override;
+    bool reaquireDevice() override;
+
+protected:
+    // WM_CREATE: starts the device; refuses the window when it cannot be started.
+    afx_msg int OnCreate(LPCREATESTRUCT lpCreateStruct);
+    // WM_PAINT: the pad composed off-screen, then the buttons.
+    afx_msg void OnPaint();
+
+    DECLARE_MESSAGE_MAP()
+
+private:
+    // The wrapper's view of the packet last read.
+    SynapticsDeviceState state() const;
+
+    TouchPadModel m_model;
+    std::unique_ptr<Gdiplus::Image> m_reticle;
+    std::unique_ptr<Gdiplus::Image> m_pad;
+    std::unique_ptr<Gdiplus::Image> m_left;
+    std::unique_ptr<Gdiplus::Image> m_leftPressed;
+    std::unique_ptr<Gdiplus::Image> m_right;
+    std::unique_ptr<Gdiplus::Image> m_rightPressed;
+    long m_synHandle;
+};

@@ -1,0 +1,187 @@
+#include "CSynapticsTrackpointCtrl.h"
+
+#include <objidl.h>
+#include <gdiplus.h>
+
+namespace {
+
+constexpr UINT_PTR kRepaintTimer = 1;
+constexpr UINT kRepaintPeriodMs = 50;
+// The drawing area's background: the dialog face.
+const Gdiplus::Color kAreaColour(0xFF, 0xF0, 0xF0, 0xF0);
+
+std::unique_ptr<Gdiplus::Image> loadImage(const wchar_t* file)
+{
+    // A file that cannot be read leaves an image that simply draws nothing.
+    return std::make_unique<Gdiplus::Image>(file);
+}
+
+void drawAt(Gdiplus::Graphics& graphics, Gdiplus::Image* image, const PixelRect& rect, int top)
+{
+    graphics.DrawImage(image, rect.left, top + rect.top, rect.width, rect.height);
+}
+
+}  // namespace
+
+BEGIN_MESSAGE_MAP(CSynapticsTrackpointCtrl, CWnd)
+    ON_WM_CREATE()
+    ON_WM_DESTROY()
+    ON_WM_PAINT()
+    ON_WM_TIMER()
+END_MESSAGE_MAP()
+
+CSynapticsTrackpointCtrl::CSynapticsTrackpointCtrl(long synHandle, bool bThreeButtonDisplay)
+    : SYNTestDevice(synHandle),
+      m_stick(loadImage(L"Resources\\kstrmouse\\trackpoint_button_main.png")),
+      m_left(loadImage(L"Resources\\kstrmouse\\trackpoint_button_left.png")),
+      m_center(loadImage(L"Resources\\kstrmouse\\trackpoint_button_center.png")),
+      m_right(loadImage(L"Resources\\kstrmouse\\trackpoint_button_right.png")),
+      m_leftPressed(loadImage(L"Resources\\kstrmouse\\trackpoint_button_left_click.png")),
+      m_centerPressed(loadImage(L"Resources\\kstrmouse\\trackpoint_button_center_click.png")),
+      m_rightPressed(loadImage(L"Resources\\kstrmouse\\trackpoint_button_right_click.png")),
+      m_model(bThreeButtonDisplay),
+      m_synHandle(synHandle)
+{
+}
+
+CSynapticsTrackpointCtrl::~CSynapticsTrackpointCtrl() = default;
+
+int CSynapticsTrackpointCtrl::OnCreate(LPCREATESTRUCT lpCreateStruct)
+{
+    // No event here: the dialog stays up and the user decides.
+    if (Initialize(m_synHandle) != SYN_OK) {
+        return -1;
+    }
+    m_repaintTimer.SetAsWindowTimer(m_hWnd, kRepaintTimer, kRepaintPeriodMs);
+    return CWnd::OnCreate(lpCreateStruct);
+}
+
+void CSynapticsTrackpointCtrl::OnDestroy()
+{
+    m_repaintTimer.Kill();
+    CWnd::OnDestroy();
+}
+
+void CSynapticsTrackpointCtrl::OnTimer(UINT_PTR nIDEvent)
+{
+    if (nIDEvent == kRepaintTimer) {
+        InvalidateRect(nullptr, TRUE);
+        UpdateWindow();
+    }
+    CWnd::OnTimer(nIDEvent);
+}
+
+long CSynapticsTrackpointCtrl::OnSynDevicePacket(long sequence)
+{
+    const long result = SYNTestDevice::OnSynDevicePacket(sequence);
+    readBuffer();
+    m_model.onPacket(state());
+    if (const HWND hParent = ::GetParent(m_hWnd)) {
+        ::PostMessageW(hParent, WM_SYN_PACKET, 0, 0);
+    }
+    // No drawing here: the timer keeps the picture at its own pace whatever the packet rate.
+    return result;
+}
+
+void CSynapticsTrackpointCtrl::OnPaint()
+{
+    CPaintDC dc(this);
+    CRect client;
+    GetClientRect(&client);
+    CRect window;
+    GetWindowRect(&window);
+    const int width = window.Width();
+    const int height = window.Height();
+    const SynapticsDeviceState now = state();
+
+    const PixelRect area = TrackpointModel::drawingArea(width, height);
+    Gdiplus::Bitmap offscreen(area.width, area.height, PixelFormat32bppARGB);
+    {
+        Gdiplus::Graphics picture(&offscreen);
+        Gdiplus::SolidBrush face(kAreaColour);
+        picture.FillRectangle(&face, 0, 0, area.width, area.height);
+        const PixelRect marker = TrackpointModel::marker(now, width, height);
+        picture.DrawImage(m_stick.get(), marker.left, marker.top, marker.width, marker.height);
+    }
+    Gdiplus::Graphics screen(dc.m_hDC);
+    screen.DrawImage(&offscreen, client.left, client.top, area.width, area.height);
+    if (!m_model.threeButtonDisplay()) {
+        return;
+    }
+    drawAt(screen, now.leftPressed ? m_leftPressed.get() : m_left.get(), TrackpointModel::leftButton(width, height),
+           client.top);
+    drawAt(screen, now.middlePressed ? m_centerPressed.get() : m_center.get(),
+           TrackpointModel::centerButton(width, height), client.top);
+    drawAt(screen, now.rightPressed ? m_rightPressed.get() : m_right.get(),
+           TrackpointModel::rightButton(width, height), client.top);
+}
+
+SynapticsDeviceState CSynapticsTrackpointCtrl::state() const
+{
+    SynapticsDeviceState now;
+    now.xLo = xLo;
+    now.xHi = xHi;
+    now.yLo = yLo;
+    now.yHi = yHi;
+    now.fingerX = fingerX;
+    now.fingerY = fingerY;
+    now.fingerWidth = fingerWidth;
+    now.stickX = stickX;
+    now.stickY = stickY;
+    now.leftPressed = SYNTestDevice::leftButtonPressed();
+    now.rightPressed = SYNTestDevice::rightButtonPressed();
+    now.middlePressed = SYNTestDevice::middleButtonPressed();
+    now.fingerPresent = SYNTestDevice::isFingerPresent();
+    now.fingerMotion = SYNTestDevice::fingerMotion();
+    return now;
+}
+
+bool CSynapticsTrackpointCtrl::isFingerPresent()
+{
+    return true;
+}
+
+bool CSynapticsTrackpointCtrl::leftButtonPressed()
+{
+    return SYNTestDevice::leftButtonPressed();
+}
+
+bool CSynapticsTrackpointCtrl::middleButtonPressed()
+{
+    return SYNTestDevice::middleButtonPressed();
+}
+
+bool CSynapticsTrackpointCtrl::rightButtonPressed()
+{
+    return SYNTestDevice::rightButtonPressed();
+}
+
+bool CSynapticsTrackpointCtrl::hasMoved()
+{
+    return m_model.moved();
+}
+
+int CSynapticsTrackpointCtrl::getX()
+{
+    return stickX;
+}
+
+int CSynapticsTrackpointCtrl::getY()
+{
+    return stickY;
+}
+
+int CSynapticsTrackpointCtrl::getWidth()
+{
+    return 0;
+}
+
+bool CSynapticsTrackpointCtrl::isTestComplete()
+{
+    return m_model.isTestComplete();
+}
+
+bool CSynapticsTrackpointCtrl::reaquireDevice()
+{
+    return SYNTestDevice::reaquireDevice();
+}

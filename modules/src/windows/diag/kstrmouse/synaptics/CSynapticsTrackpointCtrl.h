@@ -1,0 +1,66 @@
+#pragma once
+// The TrackPoint picture: the stick's reading as a marker and, when shown, the three buttons.
+// Packets only update what was seen; a 50 ms timer repaints.
+#include <afxwin.h>
+
+#include <memory>
+
+#include "ISynapticsControl.h"
+#include "SynapticsDeviceState.h"
+#include "TrackpointModel.h"
+#include "ksxui/CAutoTimer.h"
+#include "padkit/SYNTestDevice.h"
+
+namespace Gdiplus {
+class Image;
+}
+
+class CSynapticsTrackpointCtrl : public CWnd, public ISynapticsControl, public SYNTestDevice {
+public:
+    // Loads the pictures; the device starts when the window is created. Without
+    // bThreeButtonDisplay no buttons are drawn nor needed for completion.
+    CSynapticsTrackpointCtrl(long synHandle, bool bThreeButtonDisplay);
+    ~CSynapticsTrackpointCtrl() override;
+
+    // Called by the device wrapper for every packet, on the window's thread.
+    long OnSynDevicePacket(long sequence) override;
+
+    // A stick has no finger to lift: always true.
+    bool isFingerPresent() override;
+    bool leftButtonPressed() override;
+    bool middleButtonPressed() override;
+    bool rightButtonPressed() override;
+    bool hasMoved() override;
+    int getX() override;
+    int getY() override;
+    int getWidth() override;
+    bool isTestComplete() override;
+    bool reaquireDevice() override;
+
+protected:
+    // WM_CREATE: starts the device and the repaint timer; refuses the window without a device.
+    afx_msg int OnCreate(LPCREATESTRUCT lpCreateStruct);
+    // WM_DESTROY: stops the repaint timer.
+    afx_msg void OnDestroy();
+    // WM_PAINT: the stick area composed off-screen, then the buttons.
+    afx_msg void OnPaint();
+    // WM_TIMER: the repaint timer redraws the whole picture at once.
+    afx_msg void OnTimer(UINT_PTR nIDEvent);
+
+    DECLARE_MESSAGE_MAP()
+
+private:
+    // The wrapper's view of the packet last read.
+    SynapticsDeviceState state() const;
+
+    std::unique_ptr<Gdiplus::Image> m_stick;
+    std::unique_ptr<Gdiplus::Image> m_left;
+    std::unique_ptr<Gdiplus::Image> m_center;
+    std::unique_ptr<Gdiplus::Image> m_right;
+    std::unique_ptr<Gdiplus::Image> m_leftPressed;
+    std::unique_ptr<Gdiplus::Image> m_centerPressed;
+    std::unique_ptr<Gdiplus::Image> m_rightPressed;
+    TrackpointModel m_model;
+    long m_synHandle;
+    CAutoTimer m_repaintTimer;
+};

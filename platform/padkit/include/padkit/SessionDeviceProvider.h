@@ -1,0 +1,29 @@
+#pragma once
+// Makes the host's "--device touchpad:FILE,..." and "--device trackpoint:FILE,..." devices:
+// checks the recorded session, registers it and describes the device as the driver would.
+#include "harn5/DeviceProvider.h"
+#include "harn5/Host.h"
+#include "padkit/DeviceRegistry.h"
+#include "padkit/SynDeviceType.h"
+
+namespace padkit {
+
+class SessionDeviceProvider : public harn5::DeviceProvider {
+public:
+    // Devices of this type, registered in registry.
+    SessionDeviceProvider(SynDeviceType type, DeviceRegistry& registry);
+
+    // Gives the host both kinds, registering into the process's registry.
+    static void registerWith(harn5::Host& host);
+
+    // Settings "speed" (a factor or max) and "loop" (true/false) steer the replay; every other
+    // one is a device property and wins over the session's own SP_PnPID and
+    // SynapticsBlacklistVersion and over the SP_Handle given out.
+    harn5::DiagDevice makeDevice(const Request& request) override;
+
+private:
+    SynDeviceType m_type;
+    DeviceRegistry& m_registry;
+};
+
+}  // namespace padkit

@@ -1,0 +1,49 @@
+#pragma once
+// Delivers a replay's packets one at a time on the thread that made it, through a hidden
+// message-only window: a timer waits for a packet that is not due yet, a posted message takes
+// one that is (unpaced, or late).
+#include <windows.h>
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <type_traits>
+
+#include "padkit/ReplayCursor.h"
+
+namespace padkit {
+
+class ReplayPump {
+public:
+    using Deliver = std::function<void(long sequence, const Packet& packet)>;
+
+    // Null when the window cannot be made. Delivery starts with the message loop.
+    static std::unique_ptr<ReplayPump> start(ReplayCursor cursor, Deliver deliver);
+    ~ReplayPump();
+    ReplayPump(const ReplayPump&) = delete;
+    ReplayPump& operator=(const ReplayPump&) = delete;
+
+    // Carries on with a freshly opened session, pacing anew from now.
+    void reopen(Session session);
+
+private:
+    using Clock = std::chrono::steady_clock;
+    struct WindowDeleter {
+        void operator()(HWND window) const;
+    };
+
+    ReplayPump(ReplayCursor cursor, Deliver deliver);
+    static LRESULT CALLBACK windowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    void schedule();
+    void deliverNext();
+
+    ReplayCursor m_cursor;
+    Deliver m_deliver;
+    std::unique_ptr<std::remove_pointer_t<HWND>, WindowDeleter> m_window;
+    Clock::time_point m_lastDue;   // when the packet last delivered was due
+    Clock::time_point m_nextDue;
+    bool m_pending = false;        // a timer or a posted message will deliver the next packet
+    WPARAM m_ticket = 0;           // tells the posted message of this schedule from stale ones
+};
+
+}  // namespace padkit

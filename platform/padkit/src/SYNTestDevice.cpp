@@ -1,0 +1,121 @@
+#include "padkit/SYNTestDevice.h"
+
+#include <optional>
+#include <utility>
+
+#include "ReplayPump.h"
+#include "padkit/DeviceRegistry.h"
+#include "padkit/SessionError.h"
+#include "padkit/SessionParser.h"
+
+namespace {
+
+// The session registered under the handle, opened afresh; the reason when that fails.
+_tagSYNStatus open(long handle, padkit::DeviceRegistry::Entry& entry, padkit::Session& session)
+{
+    const std::optional<padkit::DeviceRegistry::Entry> found = padkit::DeviceRegistry::process().find(handle);
+    if (!found) {
+        return SYN_UNKNOWN_HANDLE;
+    }
+    entry = *found;
+    try {
+        session = padkit::SessionParser::load(entry.session);
+    } catch (const padkit::SessionError& error) {
+        return error.reason() == padkit::SessionError::Reason::Unreadable ? SYN_SESSION_UNREADABLE
+                                                                          : SYN_SESSION_INVALID;
+    }
+    // A file that now records another kind of device is not the device that was registered.
+    return session.type == entry.type ? SYN_OK : SYN_SESSION_INVALID;
+}
+
+}  // namespace
+
+SYNTestDevice::SYNTestDevice(long handle) : m_handle(handle) {}
+
+SYNTestDevice::~SYNTestDevice() = default;
+
+_tagSYNStatus SYNTestDevice::Initialize(long handle)
+{
+    m_pump.reset();
+    m_announced.reset();
+    m_handle = handle;
+    padkit::DeviceRegistry::Entry entry;
+    padkit::Session session;
+    const _tagSYNStatus status = open(handle, entry, session);
+    if (status != SYN_OK) {
+        return status;
+    }
+    xLo = session.xLo;
+    xHi = session.xHi;
+    yLo = session.yLo;
+    yHi = session.yHi;
+    m_pump = padkit::ReplayPump::start(padkit::ReplayCursor(std::move(session), entry.clock, entry.loop),
+                                       [this](long sequence, const padkit::Packet& packet) {
+                                           m_announced = packet;
+                                           OnSynDevicePacket(sequence);
+                                       });
+    return m_pump ? SYN_OK : SYN_NO_DELIVERY;
+}
+
+long SYNTestDevice::OnSynDevicePacket(long)
+{
+    return 0;
+}
+
+bool SYNTestDevice::readBuffer()
+{
+    if (!m_announced) {
+        return false;
+    }
+    m_read = *m_announced;
+    fingerX = m_read.x;
+    fingerY = m_read.y;
+    fingerWidth = m_read.width;
+    stickX = m_read.stickX;
+    stickY = m_read.stickY;
+    return true;
+}
+
+bool SYNTestDevice::leftButtonPressed() const
+{
+    return m_read.left;
+}
+
+bool SYNTestDevice::rightButtonPressed() const
+{
+    return m_read.right;
+}
+
+bool SYNTestDevice::middleButtonPressed() const
+{
+    return m_read.middle;
+}
+
+bool SYNTestDevice::isFingerPresent() const
+{
+    return m_read.finger;
+}
+
+bool SYNTestDevice::fingerMotion() const
+{
+    return m_read.motion;
+}
+
+bool SYNTestDevice::reaquireDevice()
+{
+    if (!m_pump) {
+        return Initialize(m_handle) == SYN_OK;
+    }
+    padkit::DeviceRegistry::Entry entry;
+    padkit::Session session;
+    if (open(m_handle, entry, session) != SYN_OK) {
+        m_pump.reset();   // the device is gone: no more packets
+        return false;
+    }
+    xLo = session.xLo;
+    xHi = session.xHi;
+    yLo = session.yLo;
+    yHi = session.yHi;
+    m_pump->reopen(std::move(session));
+    return true;
+}
