@@ -84,6 +84,8 @@ const Workload kWorkloads[] = {
          const short delta = (i / 8) % 2 == 0 ? WHEEL_DELTA : -WHEEL_DELTA;
          return std::vector<MSG>{message(WM_MOUSEWHEEL, MAKEWPARAM(0, delta), backgroundPoint(d))};
      }},
+    {"message no map handles", false,
+     [](HWND, int) { return std::vector<MSG>{message(WM_NULL, 0, 0)}; }},
     {"mouse move, nothing held", false,
      [](HWND d, int) { return std::vector<MSG>{message(WM_MOUSEMOVE, 0, backgroundPoint(d))}; }},
 };
