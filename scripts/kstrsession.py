@@ -39,16 +39,20 @@ class Session:
                         raise RuntimeError("Xvfb did not start on " + self.env["DISPLAY"])
                     time.sleep(0.1)
         prefix = Path(self.env["WINEPREFIX"])
-        if not (prefix / ".kstr-ready").exists():
+        if not (prefix / ".kstr-ready-2").exists():
             prefix.mkdir(parents=True, exist_ok=True)
+            self._quiet(["wineserver", "-k"])  # "wineserver -w" below must not wait on a kept-up server
             self._quiet(["wineboot", "-i"])
             self._quiet(["wineserver", "-w"])
             # A crashing program must fail, not wait on a crash dialog.
             self._quiet(["wine", "reg", "add",
                          r"HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug",
                          "/v", "Debugger", "/t", "REG_SZ", "/d", "false", "/f"])
+            # Without a window manager, hiding a managed window waits 2 s for one to answer.
+            self._quiet(["wine", "reg", "add", r"HKCU\Software\Wine\X11 Driver", "/v", "Managed",
+                         "/t", "REG_SZ", "/d", "N", "/f"])
             self._quiet(["wineserver", "-w"])
-            (prefix / ".kstr-ready").touch()
+            (prefix / ".kstr-ready-2").touch()
         self._quiet(["wineserver", "-p", "300"])
         self._quiet(["wine", "cmd", "/c", "exit"])
         return self

@@ -13,15 +13,18 @@ kstr_start_display() {
 }
 
 kstr_prepare_prefix() {
-  if [ ! -f "$WINEPREFIX/.kstr-ready" ]; then
+  if [ ! -f "$WINEPREFIX/.kstr-ready-2" ]; then
     mkdir -p "$WINEPREFIX"
+    wineserver -k 2>/dev/null || true   # "wineserver -w" below must not wait on a kept-up server
     wineboot -i >/dev/null 2>&1 || true
     wineserver -w || true
     # A crashing program must fail, not wait on a crash dialog.
     wine reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' \
       /v Debugger /t REG_SZ /d false /f >/dev/null 2>&1
+    # Without a window manager, hiding a managed window waits 2 s for one to answer.
+    wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /t REG_SZ /d N /f >/dev/null 2>&1
     wineserver -w || true
-    touch "$WINEPREFIX/.kstr-ready"
+    touch "$WINEPREFIX/.kstr-ready-2"
   fi
   # Keep one wineserver up; the first process starts services that would
   # otherwise inherit a caller's pipes.

@@ -1,0 +1,86 @@
+"""End-to-end cases for TouchpadTest and TrackPointTest on recorded sessions replayed by padkit.
+
+Run one with: test_touch_tests.py CASE. Screenshots go to $KSTR_SHOTS (default: a temporary folder).
+"""
+import json
+import os
+import sys
+import tempfile
+import time
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(ROOT / "scripts"))
+from kstrsession import Session  # noqa: E402
+
+SESSIONS = ROOT / "resources" / "padkit-sessions"
+PASS_BUTTON = 1008
+
+
+def check(condition, message):
+    if not condition:
+        raise AssertionError(message)
+
+
+def wait_for(condition, what, timeout):
+    deadline = time.monotonic() + timeout
+    while time.monotonic() < deadline:
+        if condition():
+            return
+        time.sleep(0.3)
+    raise AssertionError(f"timed out waiting for {what}")
+
+
+def run_until_pass(s, tmp, title, test, device, *args):
+    """Starts the test, waits until the replay has enabled Pass, presses it and returns the run."""
+    report = tmp / "report.json"
+    proc = s.spawn("--test", test, "--device", device, "--report", str(report),
+                   "--param", "bDisablePassUntilFinished=true", *args)
+    try:
+        check(s.wait_window(title, timeout=60), f"no {title!r} dialog")
+        wait_for(lambda: (s.control(title, PASS_BUTTON) or {}).get("visible"), "the dialog's Pass button", 20)
+        check(not s.control(title, PASS_BUTTON)["enabled"], "Pass enabled before the replay finished its checks")
+        wait_for(lambda: s.control(title, PASS_BUTTON)["enabled"], "Pass after the replayed checks", 60)
+        shots = Path(os.environ.get("KSTR_SHOTS", tmp))
+        s.screenshot(shots / f"{test}-done.png")
+        s.click_control(title, PASS_BUTTON)
+        out, err = proc.communicate(timeout=60)
+    finally:
+        if proc.poll() is None:
+            proc.kill()
+    run = json.loads(report.read_text(encoding="utf-8"))["runs"][0]
+    return run, f"exit {proc.returncode}\n{out}{err}"
+
+
+def case_touchpad_replay_enables_pass(s, tmp):
+    run, output = run_until_pass(s, tmp, "Touchpad Test", "TouchpadTest",
+                                 f"touchpad:{SESSIONS / 'touchpad-complete.session'},speed=2")
+    check(run["verdict"] == "PASS" and not run["events"], f"{run}\n{output}")
+
+
+def case_trackpoint_without_buttons_needs_only_movement(s, tmp):
+    run, output = run_until_pass(s, tmp, "TrackPoint Test", "TrackPointTest",
+                                 f"trackpoint:{SESSIONS / 'trackpoint-stick-only.session'},speed=0.02",
+                                 "--param", "ExcludedThreeButtonDisplayByPnPID= len0043 ")
+    check(run["verdict"] == "PASS", f"{run}\n{output}")
+
+
+def case_blacklisted_driver_is_refused(s, tmp):
+    report = tmp / "report.json"
+    done = s.run("--test", "TouchpadTest", "--device", f"touchpad:{SESSIONS / 'touchpad-blacklisted.session'}",
+                 "--report", str(report))
+    run = json.loads(report.read_text(encoding="utf-8"))["runs"][0]
+    events = [(e["name"], e["severity"], e["sourceFile"], e["line"]) for e in run["events"]]
+    check(run["verdict"] == "WARN" and events == [("SynapticsBlacklistVersion", "warning", "synaptics", 71)],
+          f"{run}\n{done.stdout}{done.stderr}")
+    check(done.returncode == 2, f"exit {done.returncode}")
+
+
+def main(case):
+    with tempfile.TemporaryDirectory() as tmp, Session() as session:
+        globals()["case_" + case](session, Path(tmp))
+    print(f"{case}: ok")
+
+
+if __name__ == "__main__":
+    main(sys.argv[1])
