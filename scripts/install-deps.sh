@@ -6,7 +6,7 @@ need=()
 have() { dpkg-query -W -f='${Status}' "$1" 2>/dev/null | grep -q 'install ok installed'; }
 for pkg in cmake g++ make libgtest-dev googletest g++-mingw-w64-x86-64-posix \
            binutils-mingw-w64-x86-64 wine wine64 xvfb xdotool xauth x11-utils \
-           imagemagick librsvg2-bin fonts-liberation fonts-dejavu-core python3; do
+           imagemagick librsvg2-bin fonts-liberation fonts-dejavu-core python3 nlohmann-json3-dev; do
   have "$pkg" || need+=("$pkg")
 done
 [ ${#need[@]} -eq 0 ] && exit 0
