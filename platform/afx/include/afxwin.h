@@ -7,6 +7,7 @@
 #include "afx/AfxRegisterWndClass.h"
 #include "afx/AfxWinMain.h"
 #include "afx/CBitmap.h"
+#include "afx/CBrush.h"
 #include "afx/CButton.h"
 #include "afx/CCmdTarget.h"
 #include "afx/CCommandLineInfo.h"

@@ -4,6 +4,8 @@
 #include <gdiplus.h>
 
 #include "KstrMouseDlg.h"
+#include "MouseClickTestDlg.h"
+#include "Registration.h"
 #include "harn5/DiagModule.h"
 #include "harn5/HarnException.h"
 #include "ksx/AssertionFailure.h"
@@ -28,7 +30,10 @@ constexpr int kLineRunTrace = 137;
 constexpr int kLineMouseTestTrace = 168;
 constexpr int kLineMouseTestAssert = 172;
 constexpr int kLineMouseInteractiveTestTrace = 182;
-constexpr int kLineDialogMissing = 186;
+constexpr int kLineMouseInteractiveTestAssert = 184;
+constexpr int kLineDisableControl = 242;
+constexpr int kLineEnableControl = 262;
+constexpr int kLineSetLocalizedString = 285;
 
 constexpr unsigned int kVersionMajor = 6;
 constexpr unsigned int kVersionMinor = 5;
@@ -37,14 +42,6 @@ constexpr const char* kModuleFileName = "kstrmouse.kmx";
 
 // The framework's own window class for the module's windows: byte-aligned, double clicks.
 constexpr UINT kModuleClassStyle = CS_BYTEALIGNWINDOW | CS_DBLCLKS | CS_HREDRAW | CS_VREDRAW;
-
-// Until a test's dialog is built into the module, the test says so instead of showing nothing.
-TestResult dialogNotAvailable(const char* test)
-{
-    KSX_LOG(s_log, "kstrmouse", ksx::LoggerPriority::PRIORITY_WARNING, kLineDialogMissing,
-            test + ": its dialog is not part of this build");
-    return TestResult::CANNOTRUN();
-}
 
 }  // namespace
 
@@ -109,8 +106,50 @@ TestResult MouseTest(const harn5::DiagDevice& device)
     return dialog.m_result;
 }
 
-TestResult MouseInteractiveTest(const harn5::DiagDevice& /*device*/)
+TestResult MouseInteractiveTest(const harn5::DiagDevice& device)
 {
-    KSX_TRACE(trace, s_log, "kstrmouse", "Enter MouseInteractiveTest", "KstrMouse", kLineMouseInteractiveTestTrace);
-    return dialogNotAvailable("MouseInteractiveTest");
+    KSX_TRACE(trace, s_log, "kstrmouse", "MouseInteractiveTest", "KstrMouse", kLineMouseInteractiveTestTrace);
+    KSX_ASSERT(device.hasCapability(DeviceCapability::Mouse()), "KstrMouse", kLineMouseInteractiveTestAssert);
+    // Read once: the layout cannot change under a running dialog.
+    const bool isGamingMouse = kstrmouse::params::TestGamingButtons->value().valueBool();
+    CWnd* pParent = KstrGetCUIHandle();
+    CMouseClickTestDlg dialog(pParent, isGamingMouse);
+    return dialog.runTest();
+}
+
+bool disableControl(CWnd* parent, int controlId)
+{
+    KSX_TRACE(trace, s_log, "kstrmouse", "disableControl", "KstrMouse", kLineDisableControl);
+    CWnd* control = parent != nullptr ? parent->GetDlgItem(controlId) : nullptr;
+    if (control == nullptr || !control->IsWindowVisible() || !control->IsWindowEnabled()) {
+        return false;
+    }
+    control->EnableWindow(FALSE);
+    return true;
+}
+
+bool enableControl(CWnd* parent, int controlId)
+{
+    // The label is the one the log readers know for both helpers.
+    KSX_TRACE(trace, s_log, "kstrmouse", "disableControl", "KstrMouse", kLineEnableControl);
+    CWnd* control = parent != nullptr ? parent->GetDlgItem(controlId) : nullptr;
+    if (control == nullptr) {
+        return false;
+    }
+    if (!control->IsWindowEnabled()) {
+        control->EnableWindow(TRUE);
+    }
+    if (!control->IsWindowVisible()) {
+        control->ShowWindow(SW_SHOW);
+    }
+    return true;
+}
+
+void setLocalizedString(CWnd* parent, int controlId, const harn5::LocalizedString* key)
+{
+    KSX_TRACE(trace, s_log, "kstrmouse", "setLocalizedString", "KstrMouse", kLineSetLocalizedString);
+    CWnd* control = parent != nullptr && key != nullptr ? parent->GetDlgItem(controlId) : nullptr;
+    if (control != nullptr) {
+        control->SetWindowText(reinterpret_cast<LPCTSTR>(key->localizedString().getUCS2Buffer()));
+    }
 }

@@ -3,6 +3,7 @@
 #include <afxwin.h>
 
 #include "harn5/DiagDevice.h"
+#include "harn5/LocalizedString.h"
 #include "harn5/TestResult.h"
 
 // Started by the framework: prepares OLE, hands the command line to the host and runs it.
@@ -19,3 +20,11 @@ void moduleInit();
 
 harn5::TestResult MouseTest(const harn5::DiagDevice& device);
 harn5::TestResult MouseInteractiveTest(const harn5::DiagDevice& device);
+
+// Control helpers of the click test, called with the thread's main window (the running dialog).
+// Disables a visible, enabled child; true when it did.
+bool disableControl(CWnd* parent, int controlId);
+// Makes a child visible and enabled; false when there is no parent or no such child.
+bool enableControl(CWnd* parent, int controlId);
+// Sets a child's text to the localized text of `key`, when both exist.
+void setLocalizedString(CWnd* parent, int controlId, const harn5::LocalizedString* key);

@@ -103,3 +103,40 @@
 #define IDC_SYN_ROW5_VALUE 1062
 // The device picture: an id of its own, so that the X value field keeps 1054 to itself.
 #define IDC_SYN_DEVICE 1063
+
+// Click test dialog: template, drag feedback bitmap and controls. The mouse pictures all share
+// one rectangle; which picture a control carries depends on the layout (default or gaming).
+#define IDD_MOUSE_CLICK_TEST 181
+#define IDB_DRAG_FEEDBACK 192
+#define IDC_CT_MOUSE_START 1067
+#define IDC_CT_LEFT_PRESSED 1069
+#define IDC_CT_LEFT_SUCCESS 1070
+#define IDC_CT_RIGHT_PRESSED 1071
+#define IDC_CT_RIGHT_SUCCESS 1072
+#define IDC_CT_MIDDLE_PRESSED 1073
+#define IDC_CT_MIDDLE_SUCCESS 1074
+#define IDC_CT_DOUBLE_CLICK_TARGET 1075
+#define IDC_CT_DOUBLE_CLICK_SUCCESS 1076
+#define IDC_CT_FAIL 1077
+#define IDC_CT_DOUBLE_CLICK_HOVER 1078
+#define IDC_CT_DRAG_ITEM 1079
+#define IDC_CT_SKIP 1080
+#define IDC_CT_DROP_AREA 1081
+#define IDC_CT_SIDE1_PRESSED 1082
+#define IDC_CT_SIDE1_SUCCESS 1083
+#define IDC_CT_SIDE2_PRESSED 1084
+#define IDC_CT_SIDE2_SUCCESS 1085
+#define IDC_CT_MIDDLE_SKIPPED 1086
+#define IDC_CT_SIDE1_SUCCESS_SKIPPED 1087
+#define IDC_CT_CLOSE 1088
+#define IDC_CT_SIDE2_SUCCESS_SKIPPED 1089
+#define IDC_CT_DROP_SUCCESS 1090
+#define IDC_CT_POSITION_LABEL 1091
+#define IDC_CT_POSITION_VALUE 1092
+#define IDC_CT_WHEEL_VALUE 1093
+#define IDC_CT_WHEEL_BAR 1094
+#define IDC_CT_WHEEL_SUCCESS 1095
+#define IDC_CT_WHEEL_UP 1096
+#define IDC_CT_WHEEL_DOWN 1097
+#define IDC_CT_SIDE1_PRESSED_SKIPPED 1098
+#define IDC_CT_SIDE2_PRESSED_SKIPPED 1099

@@ -1,0 +1,1030 @@
+#include "MouseClickTestDlg.h"
+
+#include <objidl.h>
+#include <gdiplus.h>
+#include <uxtheme.h>
+#include <windowsx.h>
+
+#include <algorithm>
+#include <string>
+
+#include "KstrMouse.h"
+#include "Registration.h"
+#include "harn5/DiagModule.h"
+#include "harn5/Value.h"
+#include "ksx/Log.h"
+#include "resource.h"
+
+using harn5::DiagModule;
+using harn5::TestResult;
+namespace texts = kstrmouse::texts;
+namespace events = kstrmouse::events;
+
+namespace {
+
+ksx::Logger* s_log = nullptr;  // "kstrmouse.MouseClickTestDlg"
+
+constexpr const char* kLogger = "kstrmouse.MouseClickTestDlg";
+constexpr const char* kSourceFile = "MouseClickTestDlg";
+
+// Source lines that log readers and hosts match on.
+constexpr int kLineOnInitDialog = 208;
+constexpr int kLineWindowPosition = 215;
+constexpr int kLineOnLButtonDown = 310;
+constexpr int kLineOnLButtonUp = 331;
+constexpr int kLineOnRButtonDown = 395;
+constexpr int kLineOnRButtonUp = 411;
+constexpr int kLineOnMButtonDown = 439;
+constexpr int kLineOnMButtonUp = 568;
+constexpr int kLineOnXButtonDown = 574;
+constexpr int kLineOnXButtonUp = 612;
+constexpr int kLineOnMouseMove = 664;
+constexpr int kLineOnMouseHWheel = 683;
+constexpr int kLineOnMouseWheel = 689;
+constexpr int kLineDownPosition = 714;
+constexpr int kLineIsControlClicked = 736;
+constexpr int kLineIsCloseClicked = 753;
+constexpr int kLineIsInsideDoubleClickArea = 759;
+constexpr int kLineIsDragSourceClicked = 765;
+constexpr int kLineIsInDropArea = 771;
+constexpr int kLineOnLButtonDblClk = 777;
+constexpr int kLineOnBnClickedButtonFail = 797;
+constexpr int kLineOnBnClickedCancel = 824;
+constexpr int kLineOnBnClickedButtonSkip = 831;
+constexpr int kLineSkipEvent = 834;
+constexpr int kLineRunTest = 859;
+constexpr int kLineSetGamingMouseImages = 866;
+constexpr int kLineSetDefaultMouseImages = 919;
+constexpr int kLineSetTestIndex = 957;
+constexpr int kLineShowTestStep = 978;
+constexpr int kLineDragImageFailed = 1081;
+constexpr int kLineSetDragImages = 1112;
+constexpr int kLineSetTestInstruction = 1126;
+constexpr int kLineEnabledScrollingImages = 1150;
+
+constexpr int kStepCount = 9;
+constexpr int kDefaultStepCount = 7;
+constexpr int kFirstStepAfterSideButtons = 6;
+constexpr DWORD kStepPauseMs = 1000;
+
+constexpr UINT_PTR kPositionTimer = 1010;
+constexpr UINT kPositionPeriodMs = 200;
+
+// Presses this close to the top edge move the captionless dialog.
+constexpr unsigned kTopStripHeight = 50;
+constexpr WPARAM kMoveByCaption = SC_MOVE | HTCAPTION;
+
+constexpr int kDragImageWidth = 50;
+constexpr COLORREF kDragImageMask = RGB(0xFF, 0x00, 0xFF);
+constexpr POINT kDragHotSpot = {20, 20};
+
+constexpr COLORREF kBackground = RGB(0xFF, 0xFF, 0xFF);
+constexpr COLORREF kWheelBarBackground = 0xF5F5F5;
+constexpr COLORREF kWheelBarColor = 0xFFBB72;
+constexpr COLORREF kWheelBarFullColor = 0x00BF00;
+constexpr int kWheelUpFullColourAt = 90;
+constexpr int kWheelUpDoneAt = 100;
+constexpr int kWheelDownFullColourAt = 10;
+constexpr int kWheelDownDoneAt = 2;
+
+// The step table: instruction and the event the Fail button raises at that step.
+struct Step {
+    harn5::LocalizedString* const* instruction;
+    harn5::Event* const* failEvent;
+    int failNumber;
+};
+const Step kSteps[kStepCount] = {
+    {&texts::MOUSE_LEFT_CLICK_TEST_INSTRUCTION, &events::LEFT_MOUSE_CLICK_NOT_RECEIVED, 800},
+    {&texts::MOUSE_RIGHT_CLICK_TEST_INSTRUCTION, &events::RIGHT_MOUSE_CLICK_NOT_RECEIVED, 802},
+    {&texts::MOUSE_MIDDLE_CLICK_TEST_INSTRUCTION, &events::SCROLL_WHEEL_MOUSE_CLICK_NOT_RECEIVED, 804},
+    {&texts::MOUSE_SIDE_BUTTON_1_TEST_INSTRUCTION, &events::FIRST_SIDE_MOUSE_BUTTON_NOT_RECEIVED, 806},
+    {&texts::MOUSE_SIDE_BUTTON_2_TEST_INSTRUCTION, &events::SECOND_SIDE_MOUSE_BUTTON_NOT_RECEIVED, 808},
+    {&texts::MOUSE_DOUBLE_CLICK_TEST_INSTRUCTION, &events::MOUSE_DOUBLE_CLICK_NOT_RECEIVED, 810},
+    {&texts::MOUSE_DRAG_TEST_INSTRUCTION, &events::MOUSE_DRAG_NOT_RECEIVED, 816},
+    {&texts::MOUSE_WHEEL_UP_TEST_INSTRUCTION, &events::SCROLL_WHEEL_UP_NOT_RECEIVED, 812},
+    {&texts::MOUSE_WHEEL_DOWN_TEST_INSTRUCTION, &events::SCROLL_WHEEL_DOWN_NOT_RECEIVED, 814},
+};
+
+// Every picture file, in loading order, with its control in each layout (0: not shown there).
+// The drag step has its own copies of the double-click target and success pictures.
+struct PictureFile {
+    const wchar_t* name;
+    int defaultControl;
+    int gamingControl;
+};
+const PictureFile kPictureFiles[] = {
+    {L"mouse_default.png", IDC_CT_MOUSE_START, 0},
+    {L"mouse_left_clicked.png", IDC_CT_LEFT_PRESSED, 0},
+    {L"mouse_left_click_success.png", IDC_CT_LEFT_SUCCESS, 0},
+    {L"mouse_right_clicked.png", IDC_CT_RIGHT_PRESSED, 0},
+    {L"mouse_right_click_success.png", IDC_CT_RIGHT_SUCCESS, 0},
+    {L"mouse_middle_clicked.png", IDC_CT_MIDDLE_PRESSED, 0},
+    {L"mouse_click_final_success.png", IDC_CT_MIDDLE_SUCCESS, 0},
+    {L"mouse_click_final_success_middle_skipped.png", IDC_CT_MIDDLE_SKIPPED, 0},
+    {L"mouse_side_button_default.png", 0, IDC_CT_MOUSE_START},
+    {L"mouse_side_button_left_clicked.png", 0, IDC_CT_LEFT_PRESSED},
+    {L"mouse_side_button_left_success.png", 0, IDC_CT_LEFT_SUCCESS},
+    {L"mouse_side_button_right_clicked.png", 0, IDC_CT_RIGHT_PRESSED},
+    {L"mouse_side_button_right_click_success.png", 0, IDC_CT_RIGHT_SUCCESS},
+    {L"mouse_side_button_middle_clicked.png", 0, IDC_CT_MIDDLE_PRESSED},
+    {L"mouse_side_button_middle_success.png", 0, IDC_CT_MIDDLE_SUCCESS},
+    {L"mouse_side_button_middle_skipped.png", 0, IDC_CT_MIDDLE_SKIPPED},
+    {L"mouse_side_button_1_clicked.png", 0, IDC_CT_SIDE1_PRESSED},
+    {L"mouse_side_button_1_clicked_middle_skipped.png", 0, IDC_CT_SIDE1_PRESSED_SKIPPED},
+    {L"mouse_side_button_1_success.png", 0, IDC_CT_SIDE1_SUCCESS},
+    {L"mouse_side_button_1_success_middle_skipped.png", 0, IDC_CT_SIDE1_SUCCESS_SKIPPED},
+    {L"mouse_side_button_2_clicked.png", 0, IDC_CT_SIDE2_PRESSED},
+    {L"mouse_side_button_2_clicked_middle_skipped.png", 0, IDC_CT_SIDE2_PRESSED_SKIPPED},
+    {L"mouse_side_button_2_success.png", 0, IDC_CT_SIDE2_SUCCESS},
+    {L"mouse_side_button_2_success_middle_skipped.png", 0, IDC_CT_SIDE2_SUCCESS_SKIPPED},
+    {L"double_click_drag_target.png", IDC_CT_DOUBLE_CLICK_TARGET, IDC_CT_DOUBLE_CLICK_TARGET},
+    {L"double_click_drag_target_hover.png", IDC_CT_DOUBLE_CLICK_HOVER, IDC_CT_DOUBLE_CLICK_HOVER},
+    {L"double_click_drag_success.png", IDC_CT_DOUBLE_CLICK_SUCCESS, IDC_CT_DOUBLE_CLICK_SUCCESS},
+    {L"drag_item.png", IDC_CT_DRAG_ITEM, IDC_CT_DRAG_ITEM},
+    {L"double_click_drag_target.png", IDC_CT_DROP_AREA, IDC_CT_DROP_AREA},
+    {L"double_click_drag_success.png", IDC_CT_DROP_SUCCESS, IDC_CT_DROP_SUCCESS},
+    {L"close.png", IDC_CT_CLOSE, IDC_CT_CLOSE},
+    {L"scroll_up_down_success.png", IDC_CT_WHEEL_SUCCESS, IDC_CT_WHEEL_SUCCESS},
+    {L"scroll_up_indicator.png", IDC_CT_WHEEL_UP, IDC_CT_WHEEL_UP},
+    {L"scroll_down_indicator.png", IDC_CT_WHEEL_DOWN, IDC_CT_WHEEL_DOWN},
+};
+constexpr const wchar_t* kPictureFolder = L"resources//kstrmouse//";
+
+// The mouse area: these pictures lie on one rectangle and one shows at a time.
+const int kMousePictures[] = {
+    IDC_CT_MOUSE_START, IDC_CT_LEFT_PRESSED, IDC_CT_LEFT_SUCCESS, IDC_CT_RIGHT_PRESSED,
+    IDC_CT_RIGHT_SUCCESS, IDC_CT_MIDDLE_PRESSED, IDC_CT_MIDDLE_SUCCESS, IDC_CT_MIDDLE_SKIPPED,
+    IDC_CT_SIDE1_PRESSED, IDC_CT_SIDE1_PRESSED_SKIPPED, IDC_CT_SIDE1_SUCCESS, IDC_CT_SIDE1_SUCCESS_SKIPPED,
+    IDC_CT_SIDE2_PRESSED, IDC_CT_SIDE2_PRESSED_SKIPPED, IDC_CT_SIDE2_SUCCESS, IDC_CT_SIDE2_SUCCESS_SKIPPED,
+};
+
+const harn5::LocalizedString* s_currentInstruction = nullptr;
+POINT s_rememberedPosition = {0, 0};
+
+LPCTSTR Text(const harn5::HarnString& text)
+{
+    return reinterpret_cast<LPCTSTR>(text.getUCS2Buffer());
+}
+
+}  // namespace
+
+BEGIN_MESSAGE_MAP(CMouseClickTestDlg, CDialog)
+    ON_WM_PAINT()
+    ON_WM_QUERYDRAGICON()
+    ON_WM_LBUTTONDOWN()
+    ON_WM_LBUTTONUP()
+    ON_WM_RBUTTONDOWN()
+    ON_WM_RBUTTONUP()
+    ON_WM_MBUTTONDOWN()
+    ON_WM_MBUTTONUP()
+    ON_WM_LBUTTONDBLCLK()
+    ON_WM_CTLCOLOR()
+    ON_WM_MOUSEMOVE()
+    ON_WM_XBUTTONDOWN()
+    ON_WM_XBUTTONUP()
+    ON_BN_CLICKED(IDC_CT_FAIL, &CMouseClickTestDlg::OnBnClickedButtonFail)
+    ON_BN_CLICKED(IDCANCEL, &CMouseClickTestDlg::OnBnClickedCancel)
+    ON_BN_CLICKED(IDC_CT_SKIP, &CMouseClickTestDlg::OnBnClickedButtonSkip)
+    ON_BN_CLICKED(IDC_CT_CLOSE, &CMouseClickTestDlg::OnBnClickedCancel)
+    ON_WM_TIMER()
+    ON_WM_MOUSEWHEEL()
+    ON_WM_MOUSEHWHEEL()
+    ON_MESSAGE(WM_PRINTCLIENT, &CMouseClickTestDlg::OnPrintClient)
+END_MESSAGE_MAP()
+
+CMouseClickTestDlg::CMouseClickTestDlg(CWnd* pParent, bool isGamingMouse)
+    : CDialog(IDD_MOUSE_CLICK_TEST, pParent),
+      m_testIndex(1),
+      m_isGamingMouse(isGamingMouse),
+      m_isMiddleButtonRequired(false),
+      m_result(TestResult::CANNOTRUN()),
+      m_isMovingWindow(false),
+      m_isDragging(false),
+      m_isDropped(false),
+      m_isMiddleButtonSkipped(false),
+      m_positionTimerId(0),
+      m_lastCursorPos{0, 0},
+      m_wheelBarColor(kWheelBarColor),
+      m_wheelBarFullColor(kWheelBarFullColor),
+      m_icon(::LoadIconW(AfxGetResourceHandle(), MAKEINTRESOURCEW(IDI_MOUSE)))
+{
+    // A missing or broken file leaves an image in an error state: its control stays empty.
+    for (const PictureFile& file : kPictureFiles) {
+        auto picture = std::make_unique<Picture>();
+        picture->image = std::make_unique<Gdiplus::Image>((std::wstring(kPictureFolder) + file.name).c_str());
+        picture->controlId = isGamingMouse ? file.gamingControl : file.defaultControl;
+        m_pictures.push_back(std::move(picture));
+    }
+}
+
+CMouseClickTestDlg::~CMouseClickTestDlg()
+{
+    // Newest picture first; within a picture the control goes before the image it paints.
+    while (!m_pictures.empty()) {
+        m_pictures.pop_back();
+    }
+}
+
+const harn5::LocalizedString* CMouseClickTestDlg::currentInstruction()
+{
+    return s_currentInstruction;
+}
+
+POINT CMouseClickTestDlg::rememberedPosition()
+{
+    return s_rememberedPosition;
+}
+
+TestResult CMouseClickTestDlg::runTest()
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::runTest()", kSourceFile, kLineRunTest);
+    DoModal();
+    return m_result;
+}
+
+void CMouseClickTestDlg::DoDataExchange(CDataExchange* pDX)
+{
+    CDialog::DoDataExchange(pDX);
+    for (const auto& picture : m_pictures) {
+        if (picture->controlId != 0) {
+            DDX_Control(pDX, picture->controlId, picture->control);
+        }
+    }
+    DDX_Control(pDX, IDC_CT_WHEEL_BAR, m_wheelBar);
+}
+
+BOOL CMouseClickTestDlg::OnInitDialog()
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnInitDialog()", kSourceFile, kLineOnInitDialog);
+    CDialog::OnInitDialog();
+    SetWindowText(Text(kstrmouse::tests::MouseInteractiveTest->localizedName()));
+    if (s_rememberedPosition.x != 0 && s_rememberedPosition.y != 0) {
+        SetWindowPos(nullptr, s_rememberedPosition.x, s_rememberedPosition.y, 0, 0,
+                     SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+    KSX_LOG(s_log, kLogger, ksx::LoggerPriority::PRIORITY_TRACE, kLineWindowPosition,
+            "CMouseClickTestDlg::OnInitDialog() window position: X: " + s_rememberedPosition.x +
+                " Y: " + s_rememberedPosition.y);
+    SetIcon(m_icon, TRUE);
+    SetIcon(m_icon, FALSE);
+    setPicture(IDC_CT_CLOSE, true);
+    m_renderer = std::make_shared<CMouseStringRenderer>(*this);
+    if (m_isGamingMouse) {
+        setGamingMouseImages();
+    } else {
+        setDefaultMouseImages();
+    }
+    hideMouseImages();
+    setTestIndex(1);
+    showTestStep();
+    m_backgroundBrush.CreateSolidBrush(kBackground);
+    setLocalizedString(this, IDC_CT_SKIP, texts::BUTTON_SKIP);
+    setLocalizedString(this, IDCANCEL, texts::BUTTON_CANCEL);
+    setLocalizedString(this, IDC_CT_FAIL, texts::BUTTON_FAIL);
+    // Visual styles ignore a progress bar's colours; the classic drawing shows them.
+    ::SetWindowTheme(m_wheelBar.m_hWnd, L" ", L" ");
+    if (m_wheelBar.IsWindowVisible()) {
+        enabledScrollingImages(IDC_CT_WHEEL_BAR, false);
+    }
+    for (const int id : {IDC_CT_WHEEL_SUCCESS, IDC_CT_WHEEL_UP, IDC_CT_WHEEL_DOWN}) {
+        showPicture(id, SW_HIDE);
+    }
+    return TRUE;
+}
+
+void CMouseClickTestDlg::setTestIndex(int index)
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::setTestIndex()", kSourceFile, kLineSetTestIndex);
+    CWnd* pMain = AfxGetMainWnd();
+    enableControl(pMain, IDCANCEL);
+    enableControl(pMain, IDC_CT_FAIL);
+    m_testIndex = index;
+    // Without side buttons the steps after them are numbered two lower.
+    const int end = m_isGamingMouse ? kStepCount : kDefaultStepCount;
+    const int start = m_isGamingMouse || index < kFirstStepAfterSideButtons ? index : index - 2;
+    texts::MOUSE_INTERACTIVE_TEST_INDEX->setVariable("start", harn5::Value(harn5::HarnString(std::to_string(start))))
+        ->setVariable("end", harn5::Value(harn5::HarnString(std::to_string(end))));
+    Invalidate(TRUE);
+}
+
+void CMouseClickTestDlg::showTestStep()
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::setDefaultMouseImages()", kSourceFile, kLineShowTestStep);
+    switch (m_testIndex) {
+    case 1:
+        s_currentInstruction = texts::MOUSE_LEFT_CLICK_TEST_INSTRUCTION;
+        showMousePicture(IDC_CT_MOUSE_START);
+        break;
+    case 2:
+        s_currentInstruction = texts::MOUSE_RIGHT_CLICK_TEST_INSTRUCTION;
+        showMousePicture(IDC_CT_LEFT_SUCCESS);
+        break;
+    case 3:
+        s_currentInstruction = m_isMiddleButtonRequired ? texts::MOUSE_MIDDLE_CLICK_TEST_INSTRUCTION_TESTING_REQUIRED
+                                                        : texts::MOUSE_MIDDLE_CLICK_TEST_INSTRUCTION;
+        if (!m_isMiddleButtonRequired) {
+            CWnd* skip = GetDlgItem(IDC_CT_SKIP);
+            if (!skip->IsWindowVisible()) {
+                skip->ShowWindow(SW_SHOWNORMAL);
+            }
+            if (!skip->IsWindowEnabled()) {
+                skip->EnableWindow(TRUE);
+            }
+        }
+        showMousePicture(IDC_CT_RIGHT_SUCCESS);
+        break;
+    case 4:
+        s_currentInstruction = texts::MOUSE_SIDE_BUTTON_1_TEST_INSTRUCTION;
+        hideMouseImages();
+        if (m_isMiddleButtonSkipped) {
+            showMousePicture(IDC_CT_MIDDLE_SKIPPED);
+        } else {
+            setPicture(IDC_CT_MIDDLE_SUCCESS, true);
+            showMousePicture(IDC_CT_MIDDLE_SUCCESS);
+        }
+        break;
+    case 5:
+        s_currentInstruction = texts::MOUSE_SIDE_BUTTON_2_TEST_INSTRUCTION;
+        hideMouseImages();
+        showMousePicture(m_isMiddleButtonSkipped ? IDC_CT_SIDE1_SUCCESS_SKIPPED : IDC_CT_SIDE1_SUCCESS);
+        break;
+    case 6:
+        s_currentInstruction = texts::MOUSE_DOUBLE_CLICK_TEST_INSTRUCTION;
+        // The target takes the mouse area's place.
+        showMousePicture(0);
+        showPicture(IDC_CT_DOUBLE_CLICK_TARGET, SW_SHOW);
+        break;
+    case 7:
+        setUpDragStep();
+        break;
+    case 8:
+        setUpWheelUpStep();
+        break;
+    case 9:
+        setUpWheelDownStep();
+        break;
+    default:
+        break;
+    }
+}
+
+void CMouseClickTestDlg::passStep()
+{
+    m_result = TestResult::PASS();
+    CWnd* pMain = AfxGetMainWnd();
+    disableControl(pMain, IDCANCEL);
+    disableControl(pMain, IDC_CT_FAIL);
+    // A disabled button loses the focus to nobody; the dialog keeps it, so that Escape works.
+    if (CWnd::GetFocus() == nullptr) {
+        SetFocus();
+    }
+}
+
+void CMouseClickTestDlg::completeMiddleStep()
+{
+    passStep();
+    if (m_isGamingMouse) {
+        if (m_isMiddleButtonSkipped) {
+            showMousePicture(0);
+        } else {
+            showMousePicture(IDC_CT_MIDDLE_SUCCESS);
+        }
+    } else {
+        const int success = m_isMiddleButtonSkipped ? IDC_CT_MIDDLE_SKIPPED : IDC_CT_MIDDLE_SUCCESS;
+        showMousePicture(success);
+        drawNow(success);
+        stepPause();
+        if (!m_isMiddleButtonSkipped) {
+            showPicture(IDC_CT_MIDDLE_SUCCESS, SW_HIDE);
+        }
+    }
+    showPicture(IDC_CT_SKIP, SW_HIDE);
+    setTestIndex(m_isGamingMouse ? 4 : kFirstStepAfterSideButtons);
+    showTestStep();
+}
+
+void CMouseClickTestDlg::setPicture(int controlId, bool show)
+{
+    Picture* picture = pictureFor(controlId);
+    if (picture == nullptr) {
+        return;
+    }
+    picture->control.SetImage(*picture->image, true, false, false);
+    picture->control.InvalidateRect(nullptr, TRUE);
+    picture->control.ShowWindow(show ? SW_SHOW : SW_HIDE);
+}
+
+void CMouseClickTestDlg::showPicture(int controlId, int nCmdShow)
+{
+    if (CWnd* control = GetDlgItem(controlId)) {
+        control->ShowWindow(nCmdShow);
+    }
+}
+
+void CMouseClickTestDlg::hidePictureIfVisible(int controlId)
+{
+    CWnd* control = GetDlgItem(controlId);
+    if (control != nullptr && control->IsWindowVisible()) {
+        control->ShowWindow(SW_HIDE);
+    }
+}
+
+void CMouseClickTestDlg::showMousePicture(int controlId)
+{
+    for (const int id : kMousePictures) {
+        if (id != controlId) {
+            hidePictureIfVisible(id);
+        }
+    }
+    if (controlId != 0) {
+        showPicture(controlId, SW_SHOW);
+    }
+}
+
+void CMouseClickTestDlg::drawNow(int controlId)
+{
+    if (CWnd* control = GetDlgItem(controlId)) {
+        control->UpdateWindow();
+    }
+}
+
+void CMouseClickTestDlg::stepPause()
+{
+    // Deliberately blocking: the success picture stays while input waits for the next step.
+    ::Sleep(kStepPauseMs);
+}
+
+CMouseClickTestDlg::Picture* CMouseClickTestDlg::pictureFor(int controlId)
+{
+    for (const auto& picture : m_pictures) {
+        if (picture->controlId == controlId) {
+            return picture.get();
+        }
+    }
+    return nullptr;
+}
+
+void CMouseClickTestDlg::setGamingMouseImages()
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::setGamingMouseImages()", kSourceFile,
+              kLineSetGamingMouseImages);
+    for (const int id : {IDC_CT_MOUSE_START, IDC_CT_LEFT_PRESSED, IDC_CT_LEFT_SUCCESS, IDC_CT_RIGHT_PRESSED,
+                         IDC_CT_RIGHT_SUCCESS, IDC_CT_MIDDLE_PRESSED, IDC_CT_MIDDLE_SUCCESS,
+                         IDC_CT_DOUBLE_CLICK_TARGET, IDC_CT_DOUBLE_CLICK_HOVER, IDC_CT_DOUBLE_CLICK_SUCCESS,
+                         IDC_CT_SIDE1_PRESSED, IDC_CT_SIDE1_PRESSED_SKIPPED, IDC_CT_SIDE1_SUCCESS,
+                         IDC_CT_MIDDLE_SKIPPED, IDC_CT_SIDE1_SUCCESS_SKIPPED, IDC_CT_SIDE2_PRESSED_SKIPPED,
+                         IDC_CT_SIDE2_PRESSED, IDC_CT_SIDE2_SUCCESS, IDC_CT_SIDE2_SUCCESS_SKIPPED}) {
+        setPicture(id, false);
+    }
+}
+
+void CMouseClickTestDlg::setDefaultMouseImages()
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::setDefaultMouseImages()", kSourceFile,
+              kLineSetDefaultMouseImages);
+    for (const int id : {IDC_CT_MOUSE_START, IDC_CT_LEFT_PRESSED, IDC_CT_LEFT_SUCCESS, IDC_CT_RIGHT_PRESSED,
+                         IDC_CT_RIGHT_SUCCESS, IDC_CT_MIDDLE_PRESSED, IDC_CT_MIDDLE_SUCCESS, IDC_CT_MIDDLE_SKIPPED,
+                         IDC_CT_DOUBLE_CLICK_TARGET, IDC_CT_DOUBLE_CLICK_HOVER, IDC_CT_DOUBLE_CLICK_SUCCESS}) {
+        setPicture(id, false);
+    }
+}
+
+void CMouseClickTestDlg::hideMouseImages()
+{
+    for (const int id : {IDC_CT_MIDDLE_SKIPPED, IDC_CT_LEFT_PRESSED, IDC_CT_LEFT_SUCCESS, IDC_CT_RIGHT_PRESSED,
+                         IDC_CT_RIGHT_SUCCESS, IDC_CT_MIDDLE_PRESSED, IDC_CT_MIDDLE_SUCCESS,
+                         IDC_CT_DOUBLE_CLICK_TARGET, IDC_CT_DOUBLE_CLICK_HOVER, IDC_CT_DOUBLE_CLICK_SUCCESS,
+                         IDC_CT_SIDE1_PRESSED, IDC_CT_SIDE1_PRESSED_SKIPPED, IDC_CT_SIDE1_SUCCESS_SKIPPED,
+                         IDC_CT_SIDE1_SUCCESS, IDC_CT_SIDE2_PRESSED, IDC_CT_SIDE2_PRESSED_SKIPPED,
+                         IDC_CT_SIDE2_SUCCESS, IDC_CT_SIDE2_SUCCESS_SKIPPED}) {
+        showPicture(id, SW_HIDE);
+    }
+}
+
+void CMouseClickTestDlg::setDragImages()
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::setDragImages()", kSourceFile, kLineSetDragImages);
+    setPicture(IDC_CT_DRAG_ITEM, true);
+    setPicture(IDC_CT_DROP_AREA, true);
+    setPicture(IDC_CT_DROP_SUCCESS, false);
+}
+
+void CMouseClickTestDlg::setTestInstruction()
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::setTestInstruction()", kSourceFile,
+              kLineSetTestInstruction);
+    for (const int id : {IDC_CT_POSITION_VALUE, IDC_CT_POSITION_LABEL}) {
+        if (GetDlgItem(id)->IsWindowVisible()) {
+            enabledScrollingImages(id, false);
+        }
+    }
+    enabledScrollingImages(IDC_CT_WHEEL_BAR, true);
+    setPicture(IDC_CT_WHEEL_SUCCESS, false);
+    if (m_testIndex == 8) {
+        s_currentInstruction = texts::MOUSE_WHEEL_UP_TEST_INSTRUCTION;
+        showPicture(IDC_CT_DROP_SUCCESS, SW_HIDE);
+        setPicture(IDC_CT_WHEEL_UP, true);
+    } else {
+        s_currentInstruction = texts::MOUSE_WHEEL_DOWN_TEST_INSTRUCTION;
+        setPicture(IDC_CT_WHEEL_UP, false);
+        setPicture(IDC_CT_WHEEL_DOWN, true);
+    }
+}
+
+void CMouseClickTestDlg::enabledScrollingImages(int controlId, bool show)
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::enabledScrollingImages()", kSourceFile,
+              kLineEnabledScrollingImages);
+    CWnd* control = GetDlgItem(controlId);
+    if (control == nullptr) {
+        return;
+    }
+    if (show) {
+        if (!control->IsWindowVisible()) {
+            control->ShowWindow(SW_SHOW);
+        }
+        if (!control->IsWindowEnabled()) {
+            control->EnableWindow(TRUE);
+        }
+    } else if (control->IsWindowVisible()) {
+        control->ShowWindow(SW_HIDE);
+    }
+    Invalidate(TRUE);
+}
+
+void CMouseClickTestDlg::setUpDragStep()
+{
+    setLocalizedString(this, IDC_CT_POSITION_LABEL, texts::MOUSE_POINTER_POSITION);
+    if (!m_dragImageList.Create(IDB_DRAG_FEEDBACK, kDragImageWidth, 1, kDragImageMask)) {
+        KSX_LOG(s_log, kLogger, ksx::LoggerPriority::PRIORITY_TRACE, kLineDragImageFailed,
+                "Unable to add the drag image to the image list");
+    }
+    m_positionTimerId = SetTimer(kPositionTimer, kPositionPeriodMs);
+    s_currentInstruction = texts::MOUSE_DRAG_TEST_INSTRUCTION;
+    hidePictureIfVisible(IDC_CT_DOUBLE_CLICK_SUCCESS);
+    setDragImages();
+}
+
+void CMouseClickTestDlg::setUpWheelUpStep()
+{
+    // Wheel messages go to the window with the keyboard focus.
+    SetFocus();
+    setTestInstruction();
+    enabledScrollingImages(IDC_CT_WHEEL_VALUE, true);
+    m_wheelBar.Initialize(GetDlgItem(IDC_CT_WHEEL_VALUE));
+    m_wheelBar.SendMessage(PBM_SETBKCOLOR, 0, kWheelBarBackground);
+    m_wheelBarColor = kWheelBarColor;
+    m_wheelBarFullColor = kWheelBarFullColor;
+    s_currentInstruction = texts::MOUSE_WHEEL_UP_TEST_INSTRUCTION;
+}
+
+void CMouseClickTestDlg::setUpWheelDownStep()
+{
+    SetFocus();
+    setTestInstruction();
+    s_currentInstruction = texts::MOUSE_WHEEL_DOWN_TEST_INSTRUCTION;
+    m_wheelBar.SendMessage(PBM_SETBARCOLOR, 0, m_wheelBarColor);
+    m_wheelBar.SendMessage(PBM_SETPOS, 100, 0);
+    Invalidate(TRUE);
+}
+
+bool CMouseClickTestDlg::isControlClicked(int controlId, CPoint point)
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::isControlClicked()", kSourceFile, kLineIsControlClicked);
+    CWnd* pMain = AfxGetMainWnd();
+    if (pMain == nullptr) {
+        return false;
+    }
+    pMain->ClientToScreen(&point);
+    CWnd* control = pMain->GetDlgItem(controlId);
+    if (control == nullptr) {
+        return false;
+    }
+    RECT rect{};
+    control->GetWindowRect(&rect);
+    return ::PtInRect(&rect, point) != FALSE;
+}
+
+bool CMouseClickTestDlg::isCloseClicked(CPoint point)
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::isCloseClicked()", kSourceFile, kLineIsCloseClicked);
+    return isControlClicked(IDC_CT_CLOSE, point);
+}
+
+bool CMouseClickTestDlg::isInsideDoubleClickArea(CPoint point)
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::isInsideDoubleClickArea()", kSourceFile,
+              kLineIsInsideDoubleClickArea);
+    return isControlClicked(IDC_CT_DOUBLE_CLICK_TARGET, point);
+}
+
+bool CMouseClickTestDlg::isDragSourceClicked(CPoint point)
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::isDragSourceClicked()", kSourceFile,
+              kLineIsDragSourceClicked);
+    return isControlClicked(IDC_CT_DRAG_ITEM, point);
+}
+
+bool CMouseClickTestDlg::isInDropArea(CPoint point)
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::isInDropArea()", kSourceFile, kLineIsInDropArea);
+    return isControlClicked(IDC_CT_DROP_AREA, point);
+}
+
+bool CMouseClickTestDlg::dragDetected(CPoint point)
+{
+    // The system's DragDetect compares screen coordinates on Windows and client coordinates on
+    // Wine; this loop does the same job in client coordinates on both. Like DragDetect it ends
+    // at the release (which it consumes), at Escape, or when the pointer leaves the rectangle.
+    const int halfWidth = std::max(1, ::GetSystemMetrics(SM_CXDRAG) / 2);
+    const int halfHeight = std::max(1, ::GetSystemMetrics(SM_CYDRAG) / 2);
+    const RECT still{point.x - halfWidth, point.y - halfHeight, point.x + halfWidth + 1, point.y + halfHeight + 1};
+    SetCapture();
+    for (;;) {
+        MSG msg;
+        while (::PeekMessageW(&msg, nullptr, WM_MOUSEFIRST, WM_MOUSELAST, PM_REMOVE) ||
+               ::PeekMessageW(&msg, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE)) {
+            if (msg.message == WM_LBUTTONUP || (msg.message == WM_KEYDOWN && msg.wParam == VK_ESCAPE)) {
+                ::ReleaseCapture();
+                return false;
+            }
+            if (msg.message == WM_MOUSEMOVE) {
+                const POINT moved{GET_X_LPARAM(msg.lParam), GET_Y_LPARAM(msg.lParam)};
+                if (!::PtInRect(&still, moved)) {
+                    ::ReleaseCapture();
+                    return true;
+                }
+            }
+        }
+        if (::GetCapture() != m_hWnd) {
+            return false;
+        }
+        ::MsgWaitForMultipleObjects(0, nullptr, FALSE, INFINITE, QS_INPUT | QS_POSTMESSAGE);
+    }
+}
+
+void CMouseClickTestDlg::OnLButtonDown(UINT nFlags, CPoint point)
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnLButtonDown()", kSourceFile, kLineOnLButtonDown);
+    if (m_testIndex == 1) {
+        SetCapture();
+        showMousePicture(IDC_CT_LEFT_PRESSED);
+    }
+    if (m_testIndex == 7 && !m_isDragging && !m_isDropped) {
+        // The press is decided here, one way or the other: the top strip does not get it too.
+        if (!dragDetected(point)) {
+            // The release went into the drag detection.
+            OnLButtonUp(nFlags, point);
+        } else if (isDragSourceClicked(point)) {
+            m_isDragging = true;
+            m_isMovingWindow = false;
+            showPicture(IDC_CT_DRAG_ITEM, SW_HIDE);
+            m_dragImageList.BeginDrag(0, CPoint(kDragHotSpot.x, kDragHotSpot.y));
+            CImageList::DragEnter(this, toWindowPoint(point));
+            SetCapture();
+        }
+        return;
+    }
+    RECT window{};
+    GetWindowRect(&window);
+    if (static_cast<unsigned>(point.y) < kTopStripHeight && point.x < window.right - window.left) {
+        if (dragDetected(point)) {
+            m_isMovingWindow = true;
+            // Returns once the user lets go of the button.
+            SendMessage(WM_SYSCOMMAND, kMoveByCaption, 0);
+            GetWindowRect(&window);
+            s_rememberedPosition = {window.left, window.top};
+        }
+        OnLButtonUp(nFlags, point);
+    }
+}
+
+CPoint CMouseClickTestDlg::toWindowPoint(CPoint point) const
+{
+    // The drag image works relative to the window rectangle, border included.
+    RECT window{};
+    GetWindowRect(&window);
+    ClientToScreen(&point);
+    return CPoint(point.x - window.left, point.y - window.top);
+}
+
+void CMouseClickTestDlg::OnLButtonUp(UINT /*nFlags*/, CPoint point)
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnLButtonUp()", kSourceFile, kLineOnLButtonUp);
+    if (isCloseClicked(point)) {
+        OnBnClickedCancel();
+        return;
+    }
+    m_isMovingWindow = false;
+    if (m_testIndex == 1) {
+        ::ReleaseCapture();
+        passStep();
+        showMousePicture(IDC_CT_LEFT_SUCCESS);
+        drawNow(IDC_CT_LEFT_SUCCESS);
+        setTestIndex(2);
+        showTestStep();
+    } else if (m_testIndex == 7 && m_isDragging) {
+        if (!isInDropArea(point)) {
+            abandonDrag();
+            return;
+        }
+        passStep();
+        KillTimer(m_positionTimerId);
+        ::ReleaseCapture();
+        m_isDragging = false;
+        m_isDropped = true;
+        showPicture(IDC_CT_DROP_AREA, SW_HIDE);
+        showPicture(IDC_CT_DROP_SUCCESS, SW_SHOW);
+        endDragImage();
+        drawNow(IDC_CT_DROP_SUCCESS);
+        stepPause();
+        if (m_isMiddleButtonSkipped) {
+            CDialog::OnOK();
+        } else {
+            setTestIndex(8);
+            showTestStep();
+        }
+    }
+}
+
+void CMouseClickTestDlg::endDragImage()
+{
+    CImageList::DragLeave(this);
+    CImageList::EndDrag();
+}
+
+void CMouseClickTestDlg::abandonDrag()
+{
+    m_isDragging = false;
+    ::ReleaseCapture();
+    showPicture(IDC_CT_DRAG_ITEM, SW_SHOW);
+    endDragImage();
+    drawNow(IDC_CT_DRAG_ITEM);
+}
+
+void CMouseClickTestDlg::OnRButtonDown(UINT /*nFlags*/, CPoint /*point*/)
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnRButtonDown()", kSourceFile, kLineOnRButtonDown);
+    if (m_testIndex == 2) {
+        SetCapture();
+        showMousePicture(IDC_CT_RIGHT_PRESSED);
+    }
+    Default();
+}
+
+void CMouseClickTestDlg::OnRButtonUp(UINT /*nFlags*/, CPoint /*point*/)
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnRButtonUp()", kSourceFile, kLineOnRButtonUp);
+    if (m_testIndex != 2) {
+        return;
+    }
+    ::ReleaseCapture();
+    passStep();
+    showMousePicture(IDC_CT_RIGHT_SUCCESS);
+    drawNow(IDC_CT_RIGHT_SUCCESS);
+    setTestIndex(3);
+    m_isMiddleButtonRequired = kstrmouse::params::RequireScrollWheelButton->value().valueBool();
+    showTestStep();
+}
+
+void CMouseClickTestDlg::OnMButtonDown(UINT /*nFlags*/, CPoint /*point*/)
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnMButtonDown()", kSourceFile, kLineOnMButtonDown);
+    if (m_testIndex == 3) {
+        SetCapture();
+        showMousePicture(IDC_CT_MIDDLE_PRESSED);
+    }
+    Default();
+}
+
+void CMouseClickTestDlg::OnMButtonUp(UINT /*nFlags*/, CPoint /*point*/)
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnMButtonUp()", kSourceFile, kLineOnMButtonUp);
+    if (m_testIndex == 3) {
+        ::ReleaseCapture();
+        completeMiddleStep();
+    }
+    Default();
+}
+
+void CMouseClickTestDlg::OnXButtonDown(UINT /*nFlags*/, UINT nButton, CPoint /*point*/)
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnXButtonDown()", kSourceFile, kLineOnXButtonDown);
+    // Side button 1 is the second extended button, side button 2 the first.
+    if (m_testIndex == 4 && nButton == XBUTTON2) {
+        SetCapture();
+        showMousePicture(m_isMiddleButtonSkipped ? IDC_CT_SIDE1_PRESSED_SKIPPED : IDC_CT_SIDE1_PRESSED);
+    } else if (m_testIndex == 5 && nButton == XBUTTON1) {
+        SetCapture();
+        showMousePicture(m_isMiddleButtonSkipped ? IDC_CT_SIDE2_PRESSED_SKIPPED : IDC_CT_SIDE2_PRESSED);
+    }
+}
+
+void CMouseClickTestDlg::OnXButtonUp(UINT /*nFlags*/, UINT nButton, CPoint /*point*/)
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnXButtonUp()", kSourceFile, kLineOnXButtonUp);
+    if (m_testIndex == 4 && nButton == XBUTTON2) {
+        ::ReleaseCapture();
+        passStep();
+        showMousePicture(m_isMiddleButtonSkipped ? IDC_CT_SIDE1_SUCCESS_SKIPPED : IDC_CT_SIDE1_SUCCESS);
+        setTestIndex(5);
+        showTestStep();
+    } else if (m_testIndex == 5 && nButton == XBUTTON1) {
+        ::ReleaseCapture();
+        passStep();
+        const int success = m_isMiddleButtonSkipped ? IDC_CT_SIDE2_SUCCESS_SKIPPED : IDC_CT_SIDE2_SUCCESS;
+        showMousePicture(success);
+        drawNow(success);
+        stepPause();
+        setTestIndex(kFirstStepAfterSideButtons);
+        showTestStep();
+    }
+}
+
+void CMouseClickTestDlg::OnLButtonDblClk(UINT /*nFlags*/, CPoint point)
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnLButtonDblClk()", kSourceFile, kLineOnLButtonDblClk);
+    if (m_testIndex == kFirstStepAfterSideButtons && isInsideDoubleClickArea(point)) {
+        passStep();
+        showPicture(IDC_CT_DOUBLE_CLICK_TARGET, SW_HIDE);
+        showPicture(IDC_CT_DOUBLE_CLICK_SUCCESS, SW_SHOW);
+        drawNow(IDC_CT_DOUBLE_CLICK_SUCCESS);
+        stepPause();
+        setTestIndex(7);
+        showTestStep();
+    }
+    Default();
+}
+
+void CMouseClickTestDlg::OnMouseMove(UINT nFlags, CPoint point)
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnMouseMove()", kSourceFile, kLineOnMouseMove);
+    if (m_isMovingWindow) {
+        return;
+    }
+    if (m_isDragging) {
+        if ((nFlags & MK_LBUTTON) == 0) {
+            // The release happened where this window could not see it.
+            abandonDrag();
+        } else {
+            CImageList::DragMove(toWindowPoint(point));
+        }
+    }
+    Default();
+}
+
+BOOL CMouseClickTestDlg::OnMouseWheel(UINT /*nFlags*/, short zDelta, CPoint /*pt*/)
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnMouseWheel()", kSourceFile, kLineOnMouseWheel);
+    // Every message is one notch, whatever its distance.
+    if (zDelta > 0 && m_testIndex == 8) {
+        m_wheelBar.SendMessage(PBM_SETBARCOLOR, 0, m_wheelBarColor);
+        m_wheelBar.StepUp();
+        const int position = static_cast<int>(m_wheelBar.SendMessage(PBM_GETPOS));
+        if (position >= kWheelUpFullColourAt) {
+            m_wheelBar.SendMessage(PBM_SETBARCOLOR, 0, m_wheelBarFullColor);
+        }
+        if (position >= kWheelUpDoneAt) {
+            passStep();
+            m_wheelBar.ShowWindow(SW_HIDE);
+            showPicture(IDC_CT_WHEEL_SUCCESS, SW_SHOW);
+            drawNow(IDC_CT_WHEEL_SUCCESS);
+            stepPause();
+            setTestIndex(9);
+            showTestStep();
+        }
+    } else if (zDelta <= 0 && m_testIndex == 9) {
+        const int position = static_cast<int>(m_wheelBar.SendMessage(PBM_GETPOS));
+        KSX_LOG(s_log, kLogger, ksx::LoggerPriority::PRIORITY_TRACE, kLineDownPosition,
+                "Down position: " + position);
+        m_wheelBar.SendMessage(PBM_SETBARCOLOR, 0, m_wheelBarColor);
+        m_wheelBar.StepDown();
+        // Judged on the position before the notch.
+        if (position <= kWheelDownFullColourAt) {
+            m_wheelBar.SendMessage(PBM_SETBARCOLOR, 0, m_wheelBarFullColor);
+        }
+        if (position <= kWheelDownDoneAt) {
+            passStep();
+            m_wheelBar.SendMessage(PBM_SETBARCOLOR, 0, m_wheelBarFullColor);
+            m_wheelBar.ShowWindow(SW_HIDE);
+            showPicture(IDC_CT_WHEEL_SUCCESS, SW_SHOW);
+            drawNow(IDC_CT_WHEEL_SUCCESS);
+            stepPause();
+            CDialog::OnOK();
+        }
+    }
+    return static_cast<BOOL>(Default());
+}
+
+void CMouseClickTestDlg::OnMouseHWheel(UINT /*nFlags*/, short /*zDelta*/, CPoint /*pt*/)
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnMouseHWheel()", kSourceFile, kLineOnMouseHWheel);
+    Default();
+}
+
+void CMouseClickTestDlg::OnTimer(UINT_PTR nIDEvent)
+{
+    if (nIDEvent != kPositionTimer) {
+        return;
+    }
+    POINT cursor{};
+    ::GetCursorPos(&cursor);
+    if (cursor.x == m_lastCursorPos.x && cursor.y == m_lastCursorPos.y) {
+        return;
+    }
+    m_lastCursorPos = cursor;
+    if (CWnd* value = GetDlgItem(IDC_CT_POSITION_VALUE)) {
+        const std::wstring text = std::to_wstring(cursor.x) + L" , " + std::to_wstring(cursor.y);
+        value->SetWindowText(text.c_str());
+    }
+}
+
+void CMouseClickTestDlg::OnBnClickedButtonFail()
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnBnClickedButtonFail()", kSourceFile,
+              kLineOnBnClickedButtonFail);
+    if (m_testIndex >= 1 && m_testIndex <= kStepCount) {
+        const Step& step = kSteps[m_testIndex - 1];
+        DiagModule::error(*step.failEvent, kSourceFile, step.failNumber);
+    }
+    m_result = TestResult::FAIL();
+    CDialog::OnOK();
+}
+
+void CMouseClickTestDlg::OnBnClickedCancel()
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnBnClickedCancel()", kSourceFile, kLineOnBnClickedCancel);
+    if (m_isDragging) {
+        // A drag ended by the close picture leaves no drag image behind.
+        abandonDrag();
+    }
+    m_result = TestResult::USERABORTED();
+    CDialog::OnCancel();
+}
+
+void CMouseClickTestDlg::OnBnClickedButtonSkip()
+{
+    KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnBnClickedButtonSkip()", kSourceFile,
+              kLineOnBnClickedButtonSkip);
+    m_isMiddleButtonSkipped = true;
+    DiagModule::informative(events::SCROLL_WHEEL_TESTING_SKIPPED, kSourceFile, kLineSkipEvent);
+    m_result = TestResult::SKIPPED();
+    if (m_testIndex == 3) {
+        completeMiddleStep();
+    }
+}
+
+void CMouseClickTestDlg::OnPaint()
+{
+    CPaintDC dc(this);
+    drawTexts(dc.m_hDC, dc.m_ps.rcPaint);
+    if (::IsIconic(m_hWnd)) {
+        SendMessage(WM_ICONERASEBKGND, reinterpret_cast<WPARAM>(dc.m_hDC), 0);
+        RECT client{};
+        GetClientRect(&client);
+        const int x = (client.right - ::GetSystemMetrics(SM_CXICON) + 1) / 2;
+        const int y = (client.bottom - ::GetSystemMetrics(SM_CYICON) + 1) / 2;
+        dc.DrawIcon(x, y, m_icon);
+    } else {
+        Default();
+    }
+}
+
+LRESULT CMouseClickTestDlg::OnPrintClient(WPARAM wParam, LPARAM /*lParam*/)
+{
+    // A picture asks for what lies under it, so that the text shows through its clear parts.
+    const HDC dc = reinterpret_cast<HDC>(wParam);
+    RECT area{};
+    if (::GetClipBox(dc, &area) != NULLREGION) {
+        drawTexts(dc, area);
+    }
+    return 0;
+}
+
+void CMouseClickTestDlg::drawTexts(HDC dc, const RECT& area)
+{
+    if (m_renderer == nullptr) {
+        return;
+    }
+    const auto touches = [&area](const Gdiplus::RectF& box) {
+        return box.X < area.right && box.X + box.Width > area.left && box.Y < area.bottom &&
+               box.Y + box.Height > area.top;
+    };
+    if (texts::MOUSE_INTERACTIVE_TEST_INDEX != nullptr && touches(m_renderer->indexBox())) {
+        m_renderer->renderIndex(dc, texts::MOUSE_INTERACTIVE_TEST_INDEX->localizedString().ksxString());
+    }
+    if (s_currentInstruction != nullptr &&
+        (touches(m_renderer->instructionBox()) || touches(m_renderer->hintBox()))) {
+        m_renderer->renderInstruction(dc, *s_currentInstruction);
+    }
+}
+
+HBRUSH CMouseClickTestDlg::OnCtlColor(CDC* /*pDC*/, CWnd* /*pWnd*/, UINT /*nCtlColor*/)
+{
+    return m_backgroundBrush;
+}
+
+HCURSOR CMouseClickTestDlg::OnQueryDragIcon()
+{
+    return static_cast<HCURSOR>(m_icon);
+}

@@ -1,0 +1,127 @@
+#pragma once
+// The guided click test: one mouse action at a time (left, right and middle click, the two side
+// buttons on a gaming mouse, a double click, a drag and drop, the wheel up and down), each a
+// numbered step with its instruction and a large mouse picture that follows every press. The
+// user can fail the step on screen, skip an optional middle button, or cancel.
+#include <afxcmn.h>
+#include <afxwin.h>
+
+#include <memory>
+#include <vector>
+
+#include "MouseStringRenderer.h"
+#include "MouseWheelBar.h"
+#include "harn5/LocalizedString.h"
+#include "harn5/TestResult.h"
+#include "ksxui/PngControl.h"
+
+namespace Gdiplus {
+class Image;
+}
+
+class CMouseClickTestDlg : public CDialog {
+public:
+    CMouseClickTestDlg(CWnd* pParent, bool isGamingMouse);
+    ~CMouseClickTestDlg() override;
+
+    // Runs the dialog modally and answers its verdict.
+    harn5::TestResult runTest();
+
+    // Shared by every run in this process: the instruction on screen (null before any run)
+    // and where the user last moved the dialog (0, 0 until then).
+    static const harn5::LocalizedString* currentInstruction();
+    static POINT rememberedPosition();
+
+protected:
+    void DoDataExchange(CDataExchange* pDX) override;
+    BOOL OnInitDialog() override;
+
+    afx_msg void OnPaint();
+    afx_msg HCURSOR OnQueryDragIcon();
+    afx_msg void OnLButtonDown(UINT nFlags, CPoint point);
+    afx_msg void OnLButtonUp(UINT nFlags, CPoint point);
+    afx_msg void OnRButtonDown(UINT nFlags, CPoint point);
+    afx_msg void OnRButtonUp(UINT nFlags, CPoint point);
+    afx_msg void OnMButtonDown(UINT nFlags, CPoint point);
+    afx_msg void OnMButtonUp(UINT nFlags, CPoint point);
+    afx_msg void OnLButtonDblClk(UINT nFlags, CPoint point);
+    afx_msg HBRUSH OnCtlColor(CDC* pDC, CWnd* pWnd, UINT nCtlColor);
+    afx_msg virtual void OnMouseMove(UINT nFlags, CPoint point);
+    afx_msg void OnXButtonDown(UINT nFlags, UINT nButton, CPoint point);
+    afx_msg void OnXButtonUp(UINT nFlags, UINT nButton, CPoint point);
+    afx_msg void OnBnClickedButtonFail();
+    afx_msg void OnBnClickedCancel();
+    afx_msg void OnBnClickedButtonSkip();
+    afx_msg void OnTimer(UINT_PTR nIDEvent);
+    afx_msg BOOL OnMouseWheel(UINT nFlags, short zDelta, CPoint pt);
+    afx_msg void OnMouseHWheel(UINT nFlags, short zDelta, CPoint pt);
+    afx_msg LRESULT OnPrintClient(WPARAM wParam, LPARAM lParam);
+
+    DECLARE_MESSAGE_MAP()
+
+private:
+    // One picture file and the control that shows it in the current layout.
+    struct Picture {
+        std::unique_ptr<Gdiplus::Image> image;
+        PngControl control;
+        int controlId = 0;  // 0: not shown in this layout
+    };
+
+    // The step number, instruction and hint lines that touch `area` (client coordinates).
+    void drawTexts(HDC dc, const RECT& area);
+    void setTestIndex(int index);
+    void showTestStep();
+    // The first half of every completed step: verdict PASS, Cancel and Fail out of reach.
+    void passStep();
+    void completeMiddleStep();
+    void endDragImage();
+    void abandonDrag();
+    // Puts the control's picture in (when it has one), repaints it and shows or hides it.
+    void setPicture(int controlId, bool show);
+    void showPicture(int controlId, int nCmdShow);
+    void hidePictureIfVisible(int controlId);
+    // Shows one picture of the mouse area and hides the others; 0 hides them all.
+    void showMousePicture(int controlId);
+    // Repaints a control at once, before a pause.
+    void drawNow(int controlId);
+    void setGamingMouseImages();
+    void setDefaultMouseImages();
+    void setDragImages();
+    void setTestInstruction();
+    void hideMouseImages();
+    void enabledScrollingImages(int controlId, bool show);
+    void setUpDragStep();
+    void setUpWheelUpStep();
+    void setUpWheelDownStep();
+    void stepPause();
+    Picture* pictureFor(int controlId);
+
+    bool isControlClicked(int controlId, CPoint point);
+    bool isCloseClicked(CPoint point);
+    bool isInsideDoubleClickArea(CPoint point);
+    bool isDragSourceClicked(CPoint point);
+    bool isInDropArea(CPoint point);
+    // Whether the user drags from `point` (client coordinates) before releasing the button.
+    bool dragDetected(CPoint point);
+    // A client point relative to the window rectangle, as the drag image wants it.
+    CPoint toWindowPoint(CPoint point) const;
+
+    int m_testIndex;
+    bool m_isGamingMouse;
+    bool m_isMiddleButtonRequired;
+    harn5::TestResult m_result;
+    bool m_isMovingWindow;
+    bool m_isDragging;
+    bool m_isDropped;
+    bool m_isMiddleButtonSkipped;
+    UINT_PTR m_positionTimerId;
+    POINT m_lastCursorPos;
+    CImageList m_dragImageList;
+    MouseWheelBar m_wheelBar;
+    COLORREF m_wheelBarColor;
+    COLORREF m_wheelBarFullColor;
+    std::vector<std::unique_ptr<Picture>> m_pictures;
+    HICON m_icon;
+    CBrush m_backgroundBrush;
+    std::shared_ptr<CMouseStringRenderer> m_renderer;
+};
