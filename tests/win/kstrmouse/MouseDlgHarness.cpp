@@ -152,8 +152,14 @@ harn5::TestResult RunMouseDialog(const Script& script, Ole ole)
 
 harn5::RunRecord RunMouseTestInHost(const std::vector<std::string>& options, const Script& script)
 {
+    return RunTestInHost("MouseTest", options, script);
+}
+
+harn5::RunRecord RunTestInHost(const std::string& test, const std::vector<std::string>& options,
+                               const Script& script)
+{
     InitialiseOle();
-    std::vector<std::string> arguments = {"kstrmouse_dialog_tests", "--test", "MouseTest", "--no-system-devices",
+    std::vector<std::string> arguments = {"kstrmouse_dialog_tests", "--test", test, "--no-system-devices",
                                           "--device", "Mouse", "--lang", KSTR_SOURCE_DIR "/resources/lang/en.lang"};
     arguments.insert(arguments.end(), options.begin(), options.end());
     std::vector<const char*> argv;

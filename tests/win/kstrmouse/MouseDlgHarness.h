@@ -60,7 +60,9 @@ enum class Ole { Initialise, Leave };
 harn5::TestResult RunMouseDialog(const Script& script, Ole ole = Ole::Initialise);
 bool OleInitialised();
 
-// Runs the registered MouseTest through the host on a described mouse with English texts.
+// Runs a registered test through the host on a described mouse with English texts.
+harn5::RunRecord RunTestInHost(const std::string& test, const std::vector<std::string>& options,
+                               const Script& script);
 harn5::RunRecord RunMouseTestInHost(const std::vector<std::string>& options, const Script& script);
 
 // Events recorded outside any run: a mark, and what came after it.
