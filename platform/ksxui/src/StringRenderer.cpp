@@ -73,11 +73,13 @@ Gdiplus::Status StringRenderer::renderString(Gdiplus::Graphics& graphics, Gdiplu
     const Gdiplus::Font font(m_family.get(), m_em, m_style, Gdiplus::UnitPixel);
     const Gdiplus::SolidBrush brush(color);
     const std::unique_ptr<Gdiplus::StringFormat> layout = format(m_wrap, alignment);
-    const Gdiplus::TextRenderingHint hint = graphics.GetTextRenderingHint();
+    // Clipped as well: not every GDI+ keeps overflowing lines inside the layout box.
+    const Gdiplus::GraphicsState state = graphics.Save();
     graphics.SetTextRenderingHint(Gdiplus::TextRenderingHintAntiAliasGridFit);
+    graphics.SetClip(m_box, Gdiplus::CombineModeIntersect);
     const Gdiplus::Status status =
         graphics.DrawString(m_text.c_str(), static_cast<INT>(m_text.size()), &font, m_box, layout.get(), &brush);
-    graphics.SetTextRenderingHint(hint);
+    graphics.Restore(state);
     return status;
 }
 
@@ -143,8 +145,7 @@ std::unique_ptr<Gdiplus::StringFormat> StringRenderer::format(bool wrap, Gdiplus
     layout->SetAlignment(alignment);
     layout->SetLineAlignment(Gdiplus::StringAlignmentCenter);
     layout->SetTrimming(Gdiplus::StringTrimmingEllipsisCharacter);
-    if (!wrap) {
-        layout->SetFormatFlags(Gdiplus::StringFormatFlagsNoWrap);
-    }
+    // Wrapped text shows whole lines only.
+    layout->SetFormatFlags(wrap ? Gdiplus::StringFormatFlagsLineLimit : Gdiplus::StringFormatFlagsNoWrap);
     return layout;
 }
