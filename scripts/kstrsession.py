@@ -124,10 +124,11 @@ class Session:
         self.xdotool("click", "--repeat", repeat, "--delay", 80, button)
         return c
 
-    def screenshot(self, path):
+    def screenshot(self, path, window="root"):
+        """The whole screen, or one window (an X window id)."""
         path = Path(path)
         path.parent.mkdir(parents=True, exist_ok=True)
-        subprocess.run(["import", "-window", "root", str(path)], env=self.env, check=True,
+        subprocess.run(["import", "-window", str(window), str(path)], env=self.env, check=True,
                        capture_output=True, timeout=30)
         return path
 

@@ -1,0 +1,60 @@
+"""End-to-end cases for MouseInteractiveTest: the click test done with real input from xdotool.
+
+Run one with: test_click_test.py CASE. Screenshots go to $KSTR_SHOTS (default: a temporary folder).
+"""
+import sys
+import tempfile
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "scripts"))
+from kstrclick import FAIL, TITLE, WHEEL_BAR, ClickTestRun  # noqa: E402
+from kstrsession import Session  # noqa: E402
+
+
+def check(condition, message):
+    if not condition:
+        raise AssertionError(message)
+
+
+def events_of(run):
+    return [(e["name"], e["severity"], e["sourceFile"], e["line"]) for e in run["events"]]
+
+
+def walk_passes(s, tmp, gaming):
+    t = ClickTestRun(s, tmp, gaming=gaming)
+    done = list(t.steps())
+    check(len(done) == (9 if gaming else 7), done)
+    run, output = t.result()
+    check(run["verdict"] == "PASS" and not run["events"], f"{run}\n{output}")
+    check(t.proc.returncode == 0, output)
+
+
+def case_default_layout_passes(s, tmp):
+    walk_passes(s, tmp, gaming=False)
+
+
+def case_gaming_layout_passes(s, tmp):
+    walk_passes(s, tmp, gaming=True)
+
+
+def case_fail_at_wheel_up_is_reported(s, tmp):
+    t = ClickTestRun(s, tmp, prefix="click-fail")
+    for name in t.steps():
+        if name == "wheel-up":
+            break
+    check(t.visible(WHEEL_BAR), "the wheel bar at the wheel-up step")
+    s.click_control(TITLE, FAIL)
+    run, output = t.result()
+    check(run["verdict"] == "FAIL" and events_of(run) == [("SCROLL_WHEEL_UP_NOT_RECEIVED", "error",
+                                                             "MouseClickTestDlg", 812)], f"{run}\n{output}")
+    check(t.proc.returncode == 1, output)
+
+
+def main(case):
+    with tempfile.TemporaryDirectory() as tmp, Session() as session:
+        globals()["case_" + case](session, Path(tmp))
+    print(f"{case}: ok")
+
+
+if __name__ == "__main__":
+    main(sys.argv[1])
