@@ -8,6 +8,7 @@ import sys
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
+from kstrclick import ClickTestRun  # noqa: E402
 from kstrdrive import ALL_CHECKS, PASS_BUTTON, TITLE, MouseTestRun  # noqa: E402
 from kstrsession import Session  # noqa: E402
 
@@ -15,8 +16,8 @@ from kstrsession import Session  # noqa: E402
 def main(bin_dir, out_dir):
     out = Path(out_dir)
     out.mkdir(parents=True, exist_ok=True)
-    for old in out.glob("*"):
-        old.unlink()
+    for old in sorted(out.rglob("*"), reverse=True):
+        old.rmdir() if old.is_dir() else old.unlink()
     log = out / "kstrmouse.log"
     transcript = []
 
@@ -40,13 +41,24 @@ def main(bin_dir, out_dir):
         record(["--test", "MouseTest", "--report", str(run.report), *args],
                f"{output}\nreport verdict: {verdict['verdict']}, events: {verdict['events']}")
 
+        # The click test, one action at a time, in the gaming layout with side buttons.
+        click_dir = out / "click-test"
+        click_dir.mkdir()
+        click = ClickTestRun(session, click_dir, gaming=True, shots=out)
+        for step in click.steps():
+            transcript.append(f"  [click test] {step}")
+        verdict, output = click.result()
+        record(["--test", "MouseInteractiveTest", "--param", "TestGamingButtons=true", "--report",
+                str(click.report)], f"{output}\nreport verdict: {verdict['verdict']}, events: {verdict['events']}")
+
         done = session.run("--test", "MouseTest", "--param", "bRequireAllButtons=perhaps")
         record(["--test", "MouseTest", "--param", "bRequireAllButtons=perhaps"],
                f"{done.stdout}{done.stderr}[exit status {done.returncode}]")
 
     (out / "transcript.txt").write_text("\n".join(transcript), encoding="utf-8")
     print("\n".join(transcript))
-    print(f"Demo output in {out}: transcript.txt, report.json, kstrmouse.log, mouse-test-*.png")
+    print(f"Demo output in {out}: transcript.txt, report.json, kstrmouse.log, mouse-test-*.png, "
+          "click-test/report.json, click-gaming-*.png")
 
 
 if __name__ == "__main__":
