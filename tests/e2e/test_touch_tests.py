@@ -15,6 +15,8 @@ from kstrsession import Session  # noqa: E402
 
 SESSIONS = ROOT / "resources" / "padkit-sessions"
 PASS_BUTTON = 1008
+# The status rows of the buttons that a TrackPoint shows only when its PnP id is not excluded.
+BUTTON_ROWS = (1059, 1060, 1061, 1062)
 
 
 def check(condition, message):
@@ -31,8 +33,10 @@ def wait_for(condition, what, timeout):
     raise AssertionError(f"timed out waiting for {what}")
 
 
-def run_until_pass(s, tmp, title, test, device, *args):
-    """Starts the test, waits until the replay has enabled Pass, presses it and returns the run."""
+def run_until_pass(s, tmp, title, test, device, *args, inspect=None):
+    """Starts the test, waits until the replay has enabled Pass, presses it and returns the run.
+
+    A screenshot is taken mid-session; `inspect(session)` runs then, while the dialog is up."""
     report = tmp / "report.json"
     proc = s.spawn("--test", test, "--device", device, "--report", str(report),
                    "--param", "bDisablePassUntilFinished=true", *args)
@@ -40,8 +44,12 @@ def run_until_pass(s, tmp, title, test, device, *args):
         check(s.wait_window(title, timeout=60), f"no {title!r} dialog")
         wait_for(lambda: (s.control(title, PASS_BUTTON) or {}).get("visible"), "the dialog's Pass button", 20)
         check(not s.control(title, PASS_BUTTON)["enabled"], "Pass enabled before the replay finished its checks")
-        wait_for(lambda: s.control(title, PASS_BUTTON)["enabled"], "Pass after the replayed checks", 60)
         shots = Path(os.environ.get("KSTR_SHOTS", tmp))
+        time.sleep(1.5)
+        s.screenshot(shots / f"{test}-mid.png")
+        if inspect:
+            inspect(s)
+        wait_for(lambda: s.control(title, PASS_BUTTON)["enabled"], "Pass after the replayed checks", 60)
         s.screenshot(shots / f"{test}-done.png")
         s.click_control(title, PASS_BUTTON)
         out, err = proc.communicate(timeout=60)
@@ -54,14 +62,33 @@ def run_until_pass(s, tmp, title, test, device, *args):
 
 def case_touchpad_replay_enables_pass(s, tmp):
     run, output = run_until_pass(s, tmp, "Touchpad Test", "TouchpadTest",
-                                 f"touchpad:{SESSIONS / 'touchpad-complete.session'},speed=2")
+                                 f"touchpad:{SESSIONS / 'touchpad-complete.session'},speed=0.5")
     check(run["verdict"] == "PASS" and not run["events"], f"{run}\n{output}")
 
 
+def button_rows_shown(s):
+    return [(s.control("TrackPoint Test", row) or {}).get("visible") for row in BUTTON_ROWS]
+
+
 def case_trackpoint_without_buttons_needs_only_movement(s, tmp):
+    def rows_hidden(session):
+        check(button_rows_shown(session) == [False] * 4, f"button rows of an excluded device: {button_rows_shown(session)}")
+
     run, output = run_until_pass(s, tmp, "TrackPoint Test", "TrackPointTest",
                                  f"trackpoint:{SESSIONS / 'trackpoint-stick-only.session'},speed=0.02",
-                                 "--param", "ExcludedThreeButtonDisplayByPnPID= len0043 ")
+                                 "--param", "ExcludedThreeButtonDisplayByPnPID= len0043 ", inspect=rows_hidden)
+    check(run["verdict"] == "PASS", f"{run}\n{output}")
+
+
+def case_trackpoint_with_buttons_shows_their_rows(s, tmp):
+    def rows_shown(session):
+        check(button_rows_shown(session) == [True] * 4, f"button rows: {button_rows_shown(session)}")
+        labels = [session.control("TrackPoint Test", row)["text"] for row in BUTTON_ROWS[:2]]
+        check(labels == ["Middle button pressed:", "Right button pressed:"], labels)
+
+    run, output = run_until_pass(s, tmp, "TrackPoint Test", "TrackPointTest",
+                                 f"trackpoint:{SESSIONS / 'trackpoint-buttons.session'},speed=0.5",
+                                 "--param", "ExcludedThreeButtonDisplayByPnPID=LEN9999", inspect=rows_shown)
     check(run["verdict"] == "PASS", f"{run}\n{output}")
 
 
