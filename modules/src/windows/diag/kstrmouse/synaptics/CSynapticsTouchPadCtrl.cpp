@@ -24,7 +24,7 @@ BEGIN_MESSAGE_MAP(CSynapticsTouchPadCtrl, CWnd)
 END_MESSAGE_MAP()
 
 CSynapticsTouchPadCtrl::CSynapticsTouchPadCtrl(long synHandle)
-    : SYNTestDevice(synHandle),
+    : SynapticsDevice(synHandle),
       m_reticle(loadImage(L"Resources\\kstrmouse\\touchpad_reticle.png")),
       m_pad(loadImage(L"Resources\\kstrmouse\\touchpad_pad.png")),
       m_left(loadImage(L"Resources\\kstrmouse\\touchpad_button_left.png")),
@@ -90,26 +90,6 @@ void CSynapticsTouchPadCtrl::OnPaint()
     screen.DrawImage(TouchPadModel::rightPressed(now) ? m_rightPressed.get() : m_right.get(),
                      TouchPadModel::kRightButtonLeft, buttonsTop, TouchPadModel::kButtonWidth,
                      TouchPadModel::kButtonHeight);
-}
-
-SynapticsDeviceState CSynapticsTouchPadCtrl::state() const
-{
-    SynapticsDeviceState now;
-    now.xLo = xLo;
-    now.xHi = xHi;
-    now.yLo = yLo;
-    now.yHi = yHi;
-    now.fingerX = fingerX;
-    now.fingerY = fingerY;
-    now.fingerWidth = fingerWidth;
-    now.stickX = stickX;
-    now.stickY = stickY;
-    now.leftPressed = SYNTestDevice::leftButtonPressed();
-    now.rightPressed = SYNTestDevice::rightButtonPressed();
-    now.middlePressed = SYNTestDevice::middleButtonPressed();
-    now.fingerPresent = SYNTestDevice::isFingerPresent();
-    now.fingerMotion = SYNTestDevice::fingerMotion();
-    return now;
 }
 
 bool CSynapticsTouchPadCtrl::isFingerPresent()

@@ -6,15 +6,14 @@
 #include <memory>
 
 #include "ISynapticsControl.h"
-#include "SynapticsDeviceState.h"
+#include "SynapticsDevice.h"
 #include "TouchPadModel.h"
-#include "padkit/SYNTestDevice.h"
 
 namespace Gdiplus {
 class Image;
 }
 
-class CSynapticsTouchPadCtrl : public CWnd, public SYNTestDevice, public ISynapticsControl {
+class CSynapticsTouchPadCtrl : public CWnd, public SynapticsDevice, public ISynapticsControl {
 public:
     // Loads the pictures; the device starts when the window is created.
     explicit CSynapticsTouchPadCtrl(long synHandle);
@@ -44,8 +43,6 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    // The wrapper's view of the packet last read.
-    SynapticsDeviceState state() const;
 
     TouchPadModel m_model;
     std::unique_ptr<Gdiplus::Image> m_reticle;

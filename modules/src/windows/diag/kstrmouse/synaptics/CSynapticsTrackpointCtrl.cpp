@@ -31,7 +31,7 @@ BEGIN_MESSAGE_MAP(CSynapticsTrackpointCtrl, CWnd)
 END_MESSAGE_MAP()
 
 CSynapticsTrackpointCtrl::CSynapticsTrackpointCtrl(long synHandle, bool bThreeButtonDisplay)
-    : SYNTestDevice(synHandle),
+    : SynapticsDevice(synHandle),
       m_stick(loadImage(L"Resources\\kstrmouse\\trackpoint_button_main.png")),
       m_left(loadImage(L"Resources\\kstrmouse\\trackpoint_button_left.png")),
       m_center(loadImage(L"Resources\\kstrmouse\\trackpoint_button_center.png")),
@@ -114,26 +114,6 @@ void CSynapticsTrackpointCtrl::OnPaint()
            TrackpointModel::centerButton(width, height), client.top);
     drawAt(screen, now.rightPressed ? m_rightPressed.get() : m_right.get(),
            TrackpointModel::rightButton(width, height), client.top);
-}
-
-SynapticsDeviceState CSynapticsTrackpointCtrl::state() const
-{
-    SynapticsDeviceState now;
-    now.xLo = xLo;
-    now.xHi = xHi;
-    now.yLo = yLo;
-    now.yHi = yHi;
-    now.fingerX = fingerX;
-    now.fingerY = fingerY;
-    now.fingerWidth = fingerWidth;
-    now.stickX = stickX;
-    now.stickY = stickY;
-    now.leftPressed = SYNTestDevice::leftButtonPressed();
-    now.rightPressed = SYNTestDevice::rightButtonPressed();
-    now.middlePressed = SYNTestDevice::middleButtonPressed();
-    now.fingerPresent = SYNTestDevice::isFingerPresent();
-    now.fingerMotion = SYNTestDevice::fingerMotion();
-    return now;
 }
 
 bool CSynapticsTrackpointCtrl::isFingerPresent()

@@ -6,16 +6,15 @@
 #include <memory>
 
 #include "ISynapticsControl.h"
-#include "SynapticsDeviceState.h"
+#include "SynapticsDevice.h"
 #include "TrackpointModel.h"
 #include "ksxui/CAutoTimer.h"
-#include "padkit/SYNTestDevice.h"
 
 namespace Gdiplus {
 class Image;
 }
 
-class CSynapticsTrackpointCtrl : public CWnd, public ISynapticsControl, public SYNTestDevice {
+class CSynapticsTrackpointCtrl : public CWnd, public ISynapticsControl, public SynapticsDevice {
 public:
     // Loads the pictures; the device starts when the window is created. Without
     // bThreeButtonDisplay no buttons are drawn nor needed for completion.
@@ -50,8 +49,6 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    // The wrapper's view of the packet last read.
-    SynapticsDeviceState state() const;
 
     std::unique_ptr<Gdiplus::Image> m_stick;
     std::unique_ptr<Gdiplus::Image> m_left;
