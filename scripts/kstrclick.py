@@ -2,30 +2,31 @@
 
 Shared by the scripted demo (scripts/demo.py) and the end-to-end tests (tests/e2e).
 """
-import json
 import os
 import time
 from pathlib import Path
 
+from kstrsession import ModuleRun
+
 TITLE = "Mouse Click Test"
-CANCEL, FAIL, SKIP, CLOSE = 2, 1077, 1080, 1088
+CANCEL, FAIL = 2, 1077
 MOUSE_AREA, LEFT_SUCCESS, RIGHT_SUCCESS, MIDDLE_SUCCESS = 1067, 1070, 1072, 1074
-SIDE1_SUCCESS, SIDE2_SUCCESS = 1083, 1085
+SIDE1_SUCCESS = 1083
 DOUBLE_CLICK_TARGET, DRAG_ITEM, DROP_AREA = 1075, 1079, 1081
 WHEEL_BAR, WHEEL_UP, WHEEL_DOWN = 1094, 1096, 1097
 # X buttons as Wine maps them: 8 is the first extended button (side button 2), 9 the second.
 XBUTTON1, XBUTTON2 = 8, 9
 
 
-class ClickTestRun:
+class ClickTestRun(ModuleRun):
     """One kstrmouse.kmx process running MouseInteractiveTest, its report and its dialog."""
 
     def __init__(self, session, folder, *args, gaming=False, shots=None, prefix=None):
-        self.s, self.report, self.gaming = session, Path(folder) / "report.json", gaming
+        layout = ["--param", f"TestGamingButtons={'true' if gaming else 'false'}"]
+        super().__init__(session, folder, "--test", "MouseInteractiveTest", *layout, *args)
+        self.gaming = gaming
         self.shots = Path(shots or os.environ.get("KSTR_SHOTS", folder))
         self.prefix = prefix or ("click-gaming" if gaming else "click-default")
-        layout = ["--param", f"TestGamingButtons={'true' if gaming else 'false'}"]
-        self.proc = session.spawn("--test", "MouseInteractiveTest", "--report", str(self.report), *layout, *args)
         self.window = session.wait_window(TITLE, timeout=60)
         if not self.window:
             raise AssertionError(f"the {TITLE!r} dialog did not appear: {self.finish_output()}")
@@ -104,16 +105,3 @@ class ClickTestRun:
     def double_click(self):
         self.point_at(DOUBLE_CLICK_TARGET)
         self.s.xdotool("click", "--repeat", 2, "--delay", 80, 1)
-
-    def finish_output(self, timeout=60):
-        try:
-            out, err = self.proc.communicate(timeout=timeout)
-        except Exception:  # noqa: BLE001 - a hung module is killed and reported
-            self.proc.kill()
-            out, err = self.proc.communicate()
-        return f"exit {self.proc.returncode}\n{out}{err}"
-
-    def result(self):
-        output = self.finish_output()
-        run = json.loads(self.report.read_text(encoding="utf-8"))["runs"][0]
-        return run, output

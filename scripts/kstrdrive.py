@@ -2,10 +2,11 @@
 
 Shared by the scripted demo (scripts/demo.py) and the end-to-end tests (tests/e2e).
 """
-import json
 import os
 import time
 from pathlib import Path
+
+from kstrsession import ModuleRun
 
 TITLE = "Mouse Test"
 PASS_BUTTON, FAIL_BUTTON, MORE_INFO = 1008, 1005, 1004
@@ -14,13 +15,12 @@ ALL_CHECKS = ["--param", "bDisablePassUntilFinished=true", "--param", "bRequireA
               "--param", "bRequireDoubleClick=true", "--param", "bRequireDragAndDrop=true"]
 
 
-class MouseTestRun:
+class MouseTestRun(ModuleRun):
     """One kstrmouse.kmx process running MouseTest, its report and its dialog."""
 
     def __init__(self, session, folder, *args, shots=None):
-        self.s, self.report = session, Path(folder) / "report.json"
+        super().__init__(session, folder, "--test", "MouseTest", *args)
         self.shots = Path(shots or os.environ.get("KSTR_SHOTS", folder))
-        self.proc = session.spawn("--test", "MouseTest", "--report", str(self.report), *args)
         self.window = session.wait_window(TITLE, timeout=60)
         if not self.window:
             raise AssertionError(f"the {TITLE!r} dialog did not appear: {self.finish_output()}")
@@ -71,14 +71,6 @@ class MouseTestRun:
     def shot(self, name):
         return self.s.screenshot(self.shots / f"mouse-test-{name}.png")
 
-    def finish_output(self, timeout=60):
-        try:
-            out, err = self.proc.communicate(timeout=timeout)
-        except Exception:  # noqa: BLE001 - a hung module is killed and reported
-            self.proc.kill()
-            out, err = self.proc.communicate()
-        return f"exit {self.proc.returncode}\n{out}{err}"
-
     def all_checks(self):
         """Every check the strictest parameters demand, in a technician's order, with a screenshot after each."""
         steps = [("left click", lambda: self.click_status(1)), ("right click", lambda: self.click_status(3)),
@@ -89,10 +81,3 @@ class MouseTestRun:
             yield what
             action()
             self.shot(f"{number + 1}-{what.replace(' ', '-')}")
-
-    def result(self):
-        output = self.finish_output()
-        run = json.loads(self.report.read_text(encoding="utf-8"))["runs"][0]
-        return run, output
-
-

@@ -2,6 +2,7 @@
 
 Shared by the scripted demo (scripts/demo.py) and the end-to-end tests (tests/e2e).
 """
+import json
 import os
 import shutil
 import subprocess
@@ -142,3 +143,24 @@ class Session:
     def _quiet(self, cmd):
         subprocess.run(cmd, env=self.env, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
                        timeout=300)
+
+
+class ModuleRun:
+    """One kstrmouse.kmx process started with a report file; the test drivers build on it."""
+
+    def __init__(self, session, folder, *args):
+        self.s, self.report = session, Path(folder) / "report.json"
+        self.proc = session.spawn(*args, "--report", str(self.report))
+
+    def finish_output(self, timeout=60):
+        try:
+            out, err = self.proc.communicate(timeout=timeout)
+        except Exception:  # noqa: BLE001 - a hung module is killed and reported
+            self.proc.kill()
+            out, err = self.proc.communicate()
+        return f"exit {self.proc.returncode}\n{out}{err}"
+
+    def result(self):
+        output = self.finish_output()
+        run = json.loads(self.report.read_text(encoding="utf-8"))["runs"][0]
+        return run, output

@@ -885,11 +885,7 @@ BOOL CMouseClickTestDlg::OnMouseWheel(UINT /*nFlags*/, short zDelta, CPoint /*pt
             m_wheelBar.SendMessage(PBM_SETBARCOLOR, 0, m_wheelBarFullColor);
         }
         if (position >= kWheelUpDoneAt) {
-            passStep();
-            m_wheelBar.ShowWindow(SW_HIDE);
-            showPicture(IDC_CT_WHEEL_SUCCESS, SW_SHOW);
-            drawNow(IDC_CT_WHEEL_SUCCESS);
-            stepPause();
+            completeWheelStep();
             setTestIndex(9);
             showTestStep();
         }
@@ -904,16 +900,21 @@ BOOL CMouseClickTestDlg::OnMouseWheel(UINT /*nFlags*/, short zDelta, CPoint /*pt
             m_wheelBar.SendMessage(PBM_SETBARCOLOR, 0, m_wheelBarFullColor);
         }
         if (position <= kWheelDownDoneAt) {
-            passStep();
             m_wheelBar.SendMessage(PBM_SETBARCOLOR, 0, m_wheelBarFullColor);
-            m_wheelBar.ShowWindow(SW_HIDE);
-            showPicture(IDC_CT_WHEEL_SUCCESS, SW_SHOW);
-            drawNow(IDC_CT_WHEEL_SUCCESS);
-            stepPause();
+            completeWheelStep();
             CDialog::OnOK();
         }
     }
     return static_cast<BOOL>(Default());
+}
+
+void CMouseClickTestDlg::completeWheelStep()
+{
+    passStep();
+    m_wheelBar.ShowWindow(SW_HIDE);
+    showPicture(IDC_CT_WHEEL_SUCCESS, SW_SHOW);
+    drawNow(IDC_CT_WHEEL_SUCCESS);
+    stepPause();
 }
 
 void CMouseClickTestDlg::OnMouseHWheel(UINT /*nFlags*/, short /*zDelta*/, CPoint /*pt*/)

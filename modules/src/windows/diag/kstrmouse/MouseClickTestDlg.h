@@ -74,6 +74,8 @@ private:
     // The first half of every completed step: verdict PASS, Cancel and Fail out of reach.
     void passStep();
     void completeMiddleStep();
+    // The bar gives way to the success picture for the pause.
+    void completeWheelStep();
     void endDragImage();
     void abandonDrag();
     // Puts the control's picture in (when it has one), repaints it and shows or hides it.
