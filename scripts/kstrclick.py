@@ -21,9 +21,9 @@ XBUTTON1, XBUTTON2 = 8, 9
 class ClickTestRun(ModuleRun):
     """One kstrmouse.kmx process running MouseInteractiveTest, its report and its dialog."""
 
-    def __init__(self, session, folder, *args, gaming=False, shots=None, prefix=None):
+    def __init__(self, session, folder, *args, gaming=False, shots=None, prefix=None, cwd=None):
         layout = ["--param", f"TestGamingButtons={'true' if gaming else 'false'}"]
-        super().__init__(session, folder, "--test", "MouseInteractiveTest", *layout, *args)
+        super().__init__(session, folder, "--test", "MouseInteractiveTest", *layout, *args, cwd=cwd)
         self.gaming = gaming
         self.shots = Path(shots or os.environ.get("KSTR_SHOTS", folder))
         self.prefix = prefix or ("click-gaming" if gaming else "click-default")

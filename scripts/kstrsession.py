@@ -79,8 +79,11 @@ class Session:
                               timeout=timeout)
 
     def spawn(self, *args, cwd=None):
-        """Starts kstrmouse.kmx and returns at once; the caller drives it and waits."""
-        return subprocess.Popen(["wine", "./kstrmouse.kmx", *args], cwd=cwd or self.bin, env=self.env,
+        """Starts kstrmouse.kmx and returns at once; the caller drives it and waits.
+
+        From another working directory (where the module looks for its pictures) the executable
+        is still the build's."""
+        return subprocess.Popen(["wine", str(self.bin / "kstrmouse.kmx"), *args], cwd=cwd or self.bin, env=self.env,
                                 stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True,
                                 encoding="utf-8", errors="replace")
 
@@ -148,9 +151,9 @@ class Session:
 class ModuleRun:
     """One kstrmouse.kmx process started with a report file; the test drivers build on it."""
 
-    def __init__(self, session, folder, *args):
+    def __init__(self, session, folder, *args, cwd=None):
         self.s, self.report = session, Path(folder) / "report.json"
-        self.proc = session.spawn(*args, "--report", str(self.report))
+        self.proc = session.spawn(*args, "--report", str(self.report), cwd=cwd)
 
     def finish_output(self, timeout=60):
         try:

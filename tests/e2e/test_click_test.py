@@ -2,6 +2,7 @@
 
 Run one with: test_click_test.py CASE. Screenshots go to $KSTR_SHOTS (default: a temporary folder).
 """
+import shutil
 import sys
 import tempfile
 from pathlib import Path
@@ -48,6 +49,18 @@ def case_fail_at_wheel_up_is_reported(s, tmp):
     check(run["verdict"] == "FAIL" and events_of(run) == [("SCROLL_WHEEL_UP_NOT_RECEIVED", "error",
                                                              "MouseClickTestDlg", 812)], f"{run}\n{output}")
     check(t.proc.returncode == 1, output)
+
+
+def case_broken_pictures_leave_the_test_working(s, tmp):
+    """Pictures come from the working directory: there, one is garbage and one is missing."""
+    pictures = tmp / "work" / "resources" / "kstrmouse"
+    shutil.copytree(s.bin / "resources" / "kstrmouse", pictures)
+    (pictures / "mouse_default.png").write_bytes(b"\x89PNG\r\n\x1a\n" + bytes(range(256)) * 4)
+    (pictures / "double_click_drag_target.png").unlink()
+    t = ClickTestRun(s, tmp, cwd=tmp / "work", prefix="click-broken")
+    done = list(t.steps())
+    run, output = t.result()
+    check(len(done) == 7 and run["verdict"] == "PASS" and not run["events"], f"{run}\n{output}")
 
 
 def main(case):
