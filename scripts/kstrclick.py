@@ -31,6 +31,8 @@ class ClickTestRun(ModuleRun):
         if not self.window:
             raise AssertionError(f"the {TITLE!r} dialog did not appear: {self.finish_output()}")
         self.wait_for(lambda: self.visible(CANCEL), "the dialog's controls")
+        # The dialog does not move while it is driven: where the controls are is asked once.
+        self.places = session.controls(TITLE, [MOUSE_AREA, DOUBLE_CLICK_TARGET, DRAG_ITEM, DROP_AREA])
 
     def control(self, control_id):
         return self.s.control(TITLE, control_id)
@@ -44,15 +46,20 @@ class ClickTestRun(ModuleRun):
         while time.monotonic() < deadline:
             if condition():
                 return
-            time.sleep(0.2)
+            time.sleep(0.1)
         raise AssertionError(f"timed out waiting for {what}")
 
-    def wait_visible(self, control_id, what):
-        self.wait_for(lambda: self.visible(control_id), what)
+    def step_begun(self, sign):
+        """The next step's sign shows and Fail is back, which happens after any pause."""
+        now = self.s.controls(TITLE, [sign, FAIL])
+        return all(now.get(c) for c in (sign, FAIL)) and now[sign]["visible"] and now[FAIL]["enabled"]
+
+    def centre(self, control_id):
+        c = self.places[control_id]
+        return c["x"] + c["w"] // 2, c["y"] + c["h"] // 2
 
     def point_at(self, control_id):
-        c = self.control(control_id)
-        self.s.xdotool("mousemove", "--sync", c["x"] + c["w"] // 2, c["y"] + c["h"] // 2)
+        self.s.move_pointer(*self.centre(control_id))
 
     def click(self, button, repeat=1):
         """A click over the mouse picture: pictures let clicks through to the dialog."""
@@ -60,21 +67,17 @@ class ClickTestRun(ModuleRun):
         self.s.xdotool("click", "--repeat", repeat, "--delay", 80, button)
 
     def drag(self, to_control):
-        source, target = self.control(DRAG_ITEM), self.control(to_control)
-        x0, y0 = source["x"] + source["w"] // 2, source["y"] + source["h"] // 2
-        x1, y1 = target["x"] + target["w"] // 2, target["y"] + target["h"] // 2
-        self.s.xdotool("mousemove", "--sync", x0, y0)
+        (x0, y0), (x1, y1) = self.centre(DRAG_ITEM), self.centre(to_control)
+        self.s.move_pointer(x0, y0)
         self.s.xdotool("mousedown", 1)
         for fraction in (0.05, 0.2, 0.4, 0.6, 0.8, 1.0):
-            self.s.xdotool("mousemove", "--sync", int(x0 + (x1 - x0) * fraction), int(y0 + (y1 - y0) * fraction))
+            self.s.move_pointer(int(x0 + (x1 - x0) * fraction), int(y0 + (y1 - y0) * fraction))
             time.sleep(0.1)
         self.s.xdotool("mouseup", 1)
 
     def wheel(self, button, notches):
         self.point_at(MOUSE_AREA)
-        for _ in range(notches):
-            self.s.xdotool("click", button)
-            time.sleep(0.05)
+        self.s.xdotool("click", "--repeat", notches, "--delay", 50, button)
 
     def shot(self, name):
         return self.s.screenshot(self.shots / f"{self.prefix}-{name}.png", window=self.window)
@@ -93,14 +96,12 @@ class ClickTestRun(ModuleRun):
                  ("wheel-up", lambda: self.wheel(4, 8), WHEEL_DOWN),
                  ("wheel-down", lambda: self.wheel(5, 9), None)]
         for number, (name, action, next_sign) in enumerate(plan, start=1):
-            time.sleep(0.3)
+            time.sleep(0.2)  # the step's pictures and text are painted
             self.shot(f"{number}-{name}")
             yield name
             action()
             if next_sign is not None:
-                # Fail comes back once the next step has begun, after any pause.
-                self.wait_for(lambda: self.visible(next_sign) and self.control(FAIL)["enabled"],
-                              f"the step after {name}")
+                self.wait_for(lambda: self.step_begun(next_sign), f"the step after {name}")
 
     def double_click(self):
         self.point_at(DOUBLE_CLICK_TARGET)

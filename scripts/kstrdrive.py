@@ -43,14 +43,14 @@ class MouseTestRun(ModuleRun):
     def click_status(self, button):
         """A click on the dialog itself, inside the mouse status frame."""
         frame = self.control(STATUS_GROUP)
-        self.s.xdotool("mousemove", "--sync", frame["x"] + 20, frame["y"] + frame["h"] - 15)
+        self.s.move_pointer(frame["x"] + 20, frame["y"] + frame["h"] - 15)
         self.s.xdotool("click", button)
         time.sleep(0.3)
 
     def chord(self):
         """Left and right held together: the middle button emulated."""
         frame = self.control(STATUS_GROUP)
-        self.s.xdotool("mousemove", "--sync", frame["x"] + 20, frame["y"] + frame["h"] - 15)
+        self.s.move_pointer(frame["x"] + 20, frame["y"] + frame["h"] - 15)
         for step in (("mousedown", 1), ("mousedown", 3), ("mouseup", 3), ("mouseup", 1)):
             self.s.xdotool(*step)
             time.sleep(0.15)
@@ -58,12 +58,12 @@ class MouseTestRun(ModuleRun):
 
     def drag_source_to_target(self):
         source, target = self.control(DRAG_SOURCE), self.control(DROP_TARGET)
-        self.s.xdotool("mousemove", "--sync", source["x"] + source["w"] // 2, source["y"] + source["h"] // 2)
+        self.s.move_pointer(source["x"] + source["w"] // 2, source["y"] + source["h"] // 2)
         self.s.xdotool("mousedown", 1)
         for fraction in (0.1, 0.3, 0.6, 0.9, 1.0):
             x = source["x"] + (target["x"] + 10 - source["x"]) * fraction
             y = source["y"] + (target["y"] + 10 - source["y"]) * fraction
-            self.s.xdotool("mousemove", "--sync", int(x), int(y))
+            self.s.move_pointer(int(x), int(y))
             time.sleep(0.15)
         self.s.xdotool("mouseup", 1)
         time.sleep(0.5)

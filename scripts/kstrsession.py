@@ -25,6 +25,7 @@ class Session:
         self.env["WINEARCH"] = "win64"
         self.display_num = display_num or os.environ.get("KSTR_DISPLAY_NUM", "99")
         self._xvfb = None
+        self._probe = None
 
     # -- set-up -------------------------------------------------------------------------------
     def start(self):
@@ -59,6 +60,10 @@ class Session:
         return self
 
     def stop(self):
+        if self._probe is not None:
+            self._probe.stdin.close()
+            self._probe.wait(timeout=10)
+            self._probe = None
         self._quiet(["wineserver", "-k"])
         if self._xvfb:
             self._xvfb.terminate()
@@ -93,6 +98,14 @@ class Session:
                              text=True, timeout=timeout)
         return out.stdout.strip()
 
+    def move_pointer(self, x, y):
+        """Moves the pointer and waits until it is there. (xdotool's --sync alone waits 15 s for a
+        move to the place the pointer already is.)"""
+        here = dict(line.split("=", 1) for line in self.xdotool("getmouselocation", "--shell").splitlines()
+                    if "=" in line)
+        if (int(here.get("X", -1)), int(here.get("Y", -1))) != (int(x), int(y)):
+            self.xdotool("mousemove", "--sync", int(x), int(y))
+
     def wait_window(self, title, timeout=20):
         """Window id of the first visible window whose title matches, or None after timeout."""
         deadline = time.monotonic() + timeout
@@ -108,14 +121,36 @@ class Session:
         """Where a dialog's control is on the screen and how it looks, or None when it is not there.
 
         `probe` is kstrprobe.exe (tests/e2e/probe), which asks the dialog itself."""
-        probe = probe or os.environ.get("KSTR_PROBE")
-        done = subprocess.run(["wine", str(probe), title, str(control_id)], env=self.env, capture_output=True,
-                              text=True, encoding="utf-8", errors="replace", timeout=30)
-        if done.returncode != 0:
-            return None
-        x, y, w, h, enabled, visible, *text = done.stdout.rstrip("\n").split(" ")
-        return {"x": int(x), "y": int(y), "w": int(w), "h": int(h), "enabled": enabled == "1",
-                "visible": visible == "1", "text": " ".join(text)}
+        return self.controls(title, [control_id], probe).get(control_id)
+
+    def controls(self, title, control_ids, probe=None):
+        """control() for several controls of one dialog in one go: {id: description or None}."""
+        server = self._probe_server(probe)
+        server.stdin.write(title + "\t" + " ".join(map(str, control_ids)) + "\n")
+        server.stdin.flush()
+        lines = []
+        for line in server.stdout:
+            line = line.rstrip("\r\n")
+            if line == ".":
+                break
+            lines.append(line)
+        found = {}
+        for control_id, line in zip(control_ids, lines):
+            if line in ("-", "!"):
+                continue
+            x, y, w, h, enabled, visible, *text = line.split(" ")
+            found[control_id] = {"x": int(x), "y": int(y), "w": int(w), "h": int(h), "enabled": enabled == "1",
+                                 "visible": visible == "1", "text": " ".join(text)}
+        return found
+
+    def _probe_server(self, probe):
+        """kstrprobe.exe --serve (tests/e2e/probe), started once: it asks the dialogs themselves."""
+        if self._probe is None or self._probe.poll() is not None:
+            probe = probe or os.environ.get("KSTR_PROBE")
+            self._probe = subprocess.Popen(["wine", str(probe), "--serve"], env=self.env, stdin=subprocess.PIPE,
+                                           stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True,
+                                           encoding="utf-8", errors="replace", bufsize=1)
+        return self._probe
 
     def click_control(self, title, control_id, button=1, repeat=1, dx=None, dy=None):
         """Moves the pointer onto the control (its centre, or dx/dy inside it) and clicks."""
@@ -124,7 +159,7 @@ class Session:
             raise RuntimeError(f"control {control_id} of {title!r} not found")
         x = c["x"] + (c["w"] // 2 if dx is None else dx)
         y = c["y"] + (c["h"] // 2 if dy is None else dy)
-        self.xdotool("mousemove", "--sync", x, y)
+        self.move_pointer(x, y)
         self.xdotool("click", "--repeat", repeat, "--delay", 80, button)
         return c
 

@@ -36,31 +36,15 @@ void WINAPI RecordPause(DWORD ms)
 
 class PauseRecorder {
 public:
-    PauseRecorder() : m_real(__imp_Sleep)
-    {
-        s_pauses = &m_pauses;
-        Write(&RecordPause);
-    }
-    ~PauseRecorder()
-    {
-        Write(m_real);
-        s_pauses = nullptr;
-    }
+    PauseRecorder() : m_import(__imp_Sleep, &RecordPause) { s_pauses = &m_pauses; }
+    ~PauseRecorder() { s_pauses = nullptr; }
     PauseRecorder(const PauseRecorder&) = delete;
     PauseRecorder& operator=(const PauseRecorder&) = delete;
 
     const std::vector<std::string>& pauses() const { return m_pauses; }
 
 private:
-    static void Write(SleepFn function)
-    {
-        DWORD protection = 0;
-        ::VirtualProtect(&__imp_Sleep, sizeof(function), PAGE_READWRITE, &protection);
-        __imp_Sleep = function;
-        ::VirtualProtect(&__imp_Sleep, sizeof(function), protection, &protection);
-    }
-
-    SleepFn m_real;
+    mousetest::ImportOverride<SleepFn> m_import;
     std::vector<std::string> m_pauses;
 };
 

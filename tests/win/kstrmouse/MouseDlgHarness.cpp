@@ -19,14 +19,6 @@ namespace mousetest {
 
 namespace {
 
-void WriteImport(GetSystemMetricsFn function)
-{
-    DWORD protection = 0;
-    ::VirtualProtect(&__imp_GetSystemMetrics, sizeof(function), PAGE_READWRITE, &protection);
-    __imp_GetSystemMetrics = function;
-    ::VirtualProtect(&__imp_GetSystemMetrics, sizeof(function), protection, &protection);
-}
-
 GetSystemMetricsFn s_realGetSystemMetrics = nullptr;
 int s_overriddenIndex = -1;
 int s_overriddenValue = 0;
@@ -202,17 +194,14 @@ ParamsTrue::~ParamsTrue()
 }
 
 SystemMetricsOverride::SystemMetricsOverride(int index, int value)
+    : m_import(__imp_GetSystemMetrics, &FakeGetSystemMetrics)
 {
     s_overriddenIndex = index;
     s_overriddenValue = value;
-    s_realGetSystemMetrics = __imp_GetSystemMetrics;
-    WriteImport(&FakeGetSystemMetrics);
+    s_realGetSystemMetrics = m_import.real();
 }
 
-SystemMetricsOverride::~SystemMetricsOverride()
-{
-    WriteImport(s_realGetSystemMetrics);
-}
+SystemMetricsOverride::~SystemMetricsOverride() = default;
 
 Windows10PEScope::Windows10PEScope()
 {

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "ImportOverride.h"
 #include "harn5/EventRecord.h"
 #include "harn5/Parameter.h"
 #include "harn5/RunRecord.h"
@@ -89,6 +90,9 @@ public:
     ~SystemMetricsOverride();
     SystemMetricsOverride(const SystemMetricsOverride&) = delete;
     SystemMetricsOverride& operator=(const SystemMetricsOverride&) = delete;
+
+private:
+    ImportOverride<int(WINAPI*)(int)> m_import;
 };
 
 // Makes the core library report Windows 10 PE for the scope.

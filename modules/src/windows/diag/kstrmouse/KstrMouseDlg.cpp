@@ -179,7 +179,9 @@ int CKstrMouseDlg::OnCreate(LPCREATESTRUCT lpCreateStruct)
 
 BOOL CKstrMouseDlg::OnInitDialog()
 {
-    KSXDialog::OnInitDialog();
+    if (!KSXDialog::OnInitDialog()) {
+        return FALSE;  // the controls could not be bound: the base has ended the dialog
+    }
     SetIcon(m_hIcon, TRUE);
     SetIcon(m_hIcon, FALSE);
     if (Windows10PE()) {

@@ -256,7 +256,9 @@ void CMouseClickTestDlg::DoDataExchange(CDataExchange* pDX)
 BOOL CMouseClickTestDlg::OnInitDialog()
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnInitDialog()", kSourceFile, kLineOnInitDialog);
-    CDialog::OnInitDialog();
+    if (!CDialog::OnInitDialog()) {
+        return FALSE;  // the controls could not be bound: the base has ended the dialog
+    }
     SetWindowText(Text(kstrmouse::tests::MouseInteractiveTest->localizedName()));
     if (s_rememberedPosition.x != 0 && s_rememberedPosition.y != 0) {
         SetWindowPos(nullptr, s_rememberedPosition.x, s_rememberedPosition.y, 0, 0,
