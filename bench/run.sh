@@ -6,7 +6,8 @@ source "$root/scripts/env.sh"
 bash "$root/scripts/install-deps.sh"
 cmake -S "$root" -B "$KSTR_BUILD/win" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
   -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake" >/dev/null
-cmake --build "$KSTR_BUILD/win" -j "$(nproc)" --target mouse_dialog_bench
+cmake --build "$KSTR_BUILD/win" -j "$(nproc)" --target mouse_dialog_bench \
+  click_test_paint_bench touchpad_packet_bench trackpoint_repaint_bench
 source "$root/scripts/wine-session.sh"
 unset DISPLAY
 kstr_start_display
@@ -14,3 +15,6 @@ kstr_prepare_prefix
 trap kstr_stop_session EXIT
 cd "$KSTR_BUILD/win/bin"
 wine "$KSTR_BUILD/win/bench/mouse_dialog_bench.exe"
+wine "$KSTR_BUILD/win/bench/click_test_paint_bench.exe"
+wine "$KSTR_BUILD/win/bench/touchpad_packet_bench.exe"
+wine "$KSTR_BUILD/win/bench/trackpoint_repaint_bench.exe"
