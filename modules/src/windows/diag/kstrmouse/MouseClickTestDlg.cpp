@@ -452,6 +452,10 @@ void CMouseClickTestDlg::drawNow(int controlId)
 
 void CMouseClickTestDlg::stepPause()
 {
+    // What was just drawn reaches the screen first: Wine hands a window's pixels to the display
+    // only when its thread looks at its queue. Nothing is taken from the queue here.
+    MSG pending;
+    ::PeekMessageW(&pending, nullptr, 0, 0, PM_NOREMOVE);
     // Deliberately blocking: the success picture stays while input waits for the next step.
     ::Sleep(kStepPauseMs);
 }
