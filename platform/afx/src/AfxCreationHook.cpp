@@ -8,24 +8,36 @@
 
 AfxCreationHook::AfxCreationHook(CWnd* pWnd)
     : m_hHook(::SetWindowsHookExW(WH_CBT, &CbtProc, nullptr, ::GetCurrentThreadId())),
-      m_pPrevInit(AfxThreadState::Get().pWndInit)
+      m_installed(m_hHook != nullptr),
+      m_pPrevInit(AfxThreadState::Get().pWndInit),
+      m_pPrevHook(AfxThreadState::Get().pCreationHook)
 {
-    AfxThreadState::Get().pWndInit = pWnd;
+    AfxThreadState& state = AfxThreadState::Get();
+    state.pWndInit = pWnd;
+    state.pCreationHook = this;
 }
 
 AfxCreationHook::~AfxCreationHook()
 {
     const DWORD lastError = ::GetLastError();
-    AfxThreadState::Get().pWndInit = m_pPrevInit;
-    if (m_hHook != nullptr) {
-        ::UnhookWindowsHookEx(m_hHook);
-    }
+    AfxThreadState& state = AfxThreadState::Get();
+    state.pWndInit = m_pPrevInit;
+    state.pCreationHook = m_pPrevHook;
+    Unhook();
     ::SetLastError(lastError);
 }
 
 bool AfxCreationHook::Installed() const
 {
-    return m_hHook != nullptr;
+    return m_installed;
+}
+
+void AfxCreationHook::Unhook()
+{
+    if (m_hHook != nullptr) {
+        ::UnhookWindowsHookEx(m_hHook);
+        m_hHook = nullptr;
+    }
 }
 
 LRESULT CALLBACK AfxCreationHook::CbtProc(int nCode, WPARAM wParam, LPARAM lParam)
@@ -39,6 +51,10 @@ LRESULT CALLBACK AfxCreationHook::CbtProc(int nCode, WPARAM wParam, LPARAM lPara
         if (_wcsicmp(className, L"IME") != 0) {
             CWnd* pWnd = state.pWndInit;
             state.pWndInit = nullptr;
+            // Its one window is found: the hook has done its work.
+            if (state.pCreationHook != nullptr) {
+                state.pCreationHook->Unhook();
+            }
             try {
                 if (pWnd->Attach(hWnd)) {
                     pWnd->PreSubclassWindow();

@@ -10,7 +10,7 @@ AfxThreadState& AfxThreadState::Get()
 }
 
 AfxThreadState::AfxThreadState()
-    : currentMessage{}, pWndInit(nullptr), pModalDialog(nullptr), modalDepth(0)
+    : currentMessage{}, pWndInit(nullptr), pCreationHook(nullptr), pModalDialog(nullptr), modalDepth(0)
 {
 }
 

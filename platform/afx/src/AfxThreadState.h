@@ -7,6 +7,7 @@
 
 #include <windows.h>
 
+class AfxCreationHook;
 class CWnd;
 class CDialog;
 
@@ -32,6 +33,7 @@ public:
     std::unordered_map<HWND, std::unique_ptr<CWnd>> tempMap;
     MSG currentMessage;         // the message the innermost AfxWndProc is handling
     CWnd* pWndInit;             // bound to the next window created on this thread
+    AfxCreationHook* pCreationHook;  // the hook waiting for that window
     CDialog* pModalDialog;      // innermost running modal dialog
     int modalDepth;
     std::exception_ptr pendingException;

@@ -1,26 +1,9 @@
 #include "afx/COleDropTarget.h"
 
-#include <commctrl.h>
-
 #include "AfxDropTarget.h"
 #include "afx/CWnd.h"
 
-namespace {
-
-// Ends the registration when the window is destroyed: the system must not keep a target
-// for a window that is gone.
-LRESULT CALLBACK RevokeOnDestroy(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam,
-                                 UINT_PTR, DWORD_PTR refData)
-{
-    if (message == WM_DESTROY) {
-        reinterpret_cast<COleDropTarget*>(refData)->Revoke();
-    }
-    return ::DefSubclassProc(hWnd, message, wParam, lParam);
-}
-
-}  // namespace
-
-COleDropTarget::COleDropTarget() : m_hWnd(nullptr), m_pTarget(nullptr) {}
+COleDropTarget::COleDropTarget() : m_hWnd(nullptr), m_pWnd(nullptr), m_pTarget(nullptr) {}
 
 COleDropTarget::~COleDropTarget()
 {
@@ -39,14 +22,10 @@ BOOL COleDropTarget::Register(CWnd* pWnd)
         pTarget->Release();
         return FALSE;
     }
-    if (!::SetWindowSubclass(hWnd, &RevokeOnDestroy, reinterpret_cast<UINT_PTR>(this),
-                             reinterpret_cast<DWORD_PTR>(this))) {
-        ::RevokeDragDrop(hWnd);
-        pTarget->Disconnect();
-        pTarget->Release();
-        return FALSE;
-    }
+    // The window's procedure revokes at WM_DESTROY.
+    pWnd->m_pDropTarget = this;
     m_hWnd = hWnd;
+    m_pWnd = pWnd;
     m_pTarget = pTarget;
     return TRUE;
 }
@@ -58,13 +37,17 @@ void COleDropTarget::Revoke()
     }
     if (::IsWindow(m_hWnd)) {
         ::RevokeDragDrop(m_hWnd);
-        ::RemoveWindowSubclass(m_hWnd, &RevokeOnDestroy, reinterpret_cast<UINT_PTR>(this));
+    }
+    // The wrapper is looked at only while it is still the window's own.
+    if (CWnd::FromHandlePermanent(m_hWnd) == m_pWnd && m_pWnd->m_pDropTarget == this) {
+        m_pWnd->m_pDropTarget = nullptr;
     }
     // The system may hold the object a little longer; it no longer reaches this one.
     m_pTarget->Disconnect();
     m_pTarget->Release();
     m_pTarget = nullptr;
     m_hWnd = nullptr;
+    m_pWnd = nullptr;
 }
 
 DROPEFFECT COleDropTarget::OnDragEnter(CWnd*, COleDataObject*, DWORD, CPoint)

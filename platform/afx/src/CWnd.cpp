@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "AfxCreationHook.h"
+#include "afx/COleDropTarget.h"
 #include "AfxThreadState.h"
 #include "afx/CDC.h"
 #include "afx/CDataExchange.h"
@@ -31,7 +32,7 @@ BEGIN_MESSAGE_MAP(CWnd, CCmdTarget)
     ON_WM_CTLCOLOR()
 END_MESSAGE_MAP()
 
-CWnd::CWnd() : m_hWnd(nullptr), m_pfnSuper(nullptr) {}
+CWnd::CWnd() : m_hWnd(nullptr), m_pDropTarget(nullptr), m_pfnSuper(nullptr) {}
 
 CWnd::~CWnd()
 {
@@ -393,6 +394,10 @@ LRESULT CALLBACK CWnd::AfxWndProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM
         state.StoreException(std::current_exception());
         // A failed WM_NCCREATE (FALSE) or WM_CREATE (-1) refuses the window.
         result = message == WM_CREATE ? -1 : 0;
+    }
+    // The system must not keep a drop target for a window that is gone.
+    if (message == WM_DESTROY && pWnd->m_pDropTarget != nullptr) {
+        pWnd->m_pDropTarget->Revoke();
     }
     if (message == WM_NCDESTROY && pWnd->m_hWnd == hWnd) {
         pWnd->Detach();

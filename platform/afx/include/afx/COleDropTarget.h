@@ -21,7 +21,8 @@ public:
     ~COleDropTarget() override;
 
     // Makes the window a drop target (RegisterDragDrop). The registration ends with Revoke,
-    // with this object, or when the window is destroyed. FALSE when the window is missing,
+    // with this object, or when the window is destroyed (pWnd must be the window's own
+    // wrapper for that, as Create, DoModal and SubclassWindow make it). FALSE when the window is missing,
     // this object is registered already, or OLE refuses (OLE not initialised, say).
     BOOL Register(CWnd* pWnd);
     // Ends the registration; nothing when there is none.
@@ -53,5 +54,6 @@ protected:
     HWND m_hWnd;
 
 private:
+    CWnd* m_pWnd;  // the registered window's wrapper
     AfxDropTarget* m_pTarget;
 };

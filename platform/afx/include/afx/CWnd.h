@@ -19,6 +19,7 @@
 
 class CDataExchange;
 class CDC;
+class COleDropTarget;
 
 class CWnd : public CCmdTarget {
 public:
@@ -27,6 +28,8 @@ public:
     ~CWnd() override;
 
     HWND m_hWnd;
+    // The drag-and-drop registration of this window, ended when the window is destroyed.
+    COleDropTarget* m_pDropTarget;
 
     operator HWND() const;
     HWND GetSafeHwnd() const;

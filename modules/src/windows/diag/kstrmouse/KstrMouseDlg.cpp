@@ -71,6 +71,12 @@ const PictureSet* FindPictureSet(std::uint32_t mouseType)
     return mouseType >= 1 && mouseType <= 4 ? &sets[mouseType - 1] : nullptr;
 }
 
+// The control's own visibility, whether or not the dialog shows yet.
+bool HasVisibleStyle(const CWnd& control)
+{
+    return (::GetWindowLongW(control.m_hWnd, GWL_STYLE) & WS_VISIBLE) != 0;
+}
+
 LPCTSTR Text(const harn5::HarnString& text)
 {
     return reinterpret_cast<LPCTSTR>(text.getUCS2Buffer());
@@ -304,7 +310,9 @@ void CKstrMouseDlg::SetControlText(int id, LPCTSTR text)
 
 void CKstrMouseDlg::ShowControl(int id, int nCmdShow)
 {
-    if (CWnd* pControl = GetDlgItem(id)) {
+    CWnd* pControl = GetDlgItem(id);
+    // A control already in the wanted state is left alone.
+    if (pControl != nullptr && HasVisibleStyle(*pControl) != (nCmdShow != SW_HIDE)) {
         pControl->ShowWindow(nCmdShow);
     }
 }
@@ -426,15 +434,6 @@ void CKstrMouseDlg::UpdateStatusPicture()
     if (pSet == nullptr) {
         return;
     }
-    for (const int id : pSet->hidden) {
-        if (id == 0) {
-            break;
-        }
-        if (CWnd* pPicture = GetDlgItem(id)) {
-            pPicture->ShowWindow(SW_HIDE);
-            pPicture->EnableWindow(FALSE);
-        }
-    }
     int chosen = pSet->idle;
     if (m_mouse.state[Mouse::LeftButton] == Active) {
         chosen = pSet->left;
@@ -442,6 +441,19 @@ void CKstrMouseDlg::UpdateStatusPicture()
         chosen = pSet->right;
     } else if (pSet->middle != 0 && m_mouse.state[Mouse::MiddleButton] == Active) {
         chosen = pSet->middle;
+    }
+    // Only what changes is touched: each window call is dear, and this runs at every press.
+    for (const int id : pSet->hidden) {
+        if (id == 0) {
+            break;
+        }
+        CWnd* pPicture = id != chosen ? GetDlgItem(id) : nullptr;
+        if (pPicture != nullptr && HasVisibleStyle(*pPicture)) {
+            pPicture->ShowWindow(SW_HIDE);
+        }
+        if (pPicture != nullptr && pPicture->IsWindowEnabled()) {
+            pPicture->EnableWindow(FALSE);
+        }
     }
     if (CWnd* pPicture = GetDlgItem(chosen)) {
         if (!pPicture->IsWindowEnabled()) {
@@ -610,7 +622,9 @@ void CKstrMouseDlg::RefreshPassButton()
         return;
     }
     const bool enable = getPassButtonPolicy() != DisabledUntilFinished || AllRequiredChecksDone();
-    m_pPassButton->EnableWindow(enable ? TRUE : FALSE);
+    if ((m_pPassButton->IsWindowEnabled() != FALSE) != enable) {
+        m_pPassButton->EnableWindow(enable ? TRUE : FALSE);
+    }
 }
 
 void CKstrMouseDlg::OnBnClickedPass()
