@@ -20,6 +20,7 @@ std::unique_ptr<Gdiplus::Image> loadImage(const wchar_t* file)
 
 BEGIN_MESSAGE_MAP(CSynapticsTouchPadCtrl, CWnd)
     ON_WM_CREATE()
+    ON_WM_ERASEBKGND()
     ON_WM_PAINT()
 END_MESSAGE_MAP()
 
@@ -63,33 +64,51 @@ long CSynapticsTouchPadCtrl::OnSynDevicePacket(long sequence)
     return result;
 }
 
+BOOL CSynapticsTouchPadCtrl::OnEraseBkgnd(CDC*)
+{
+    return TRUE;  // the paint covers every pixel
+}
+
 void CSynapticsTouchPadCtrl::OnPaint()
 {
     CPaintDC dc(this);
     CRect client;
     GetClientRect(&client);
     const SynapticsDeviceState now = state();
-
-    // The moving part is composed off-screen and copied in one go: no flicker.
-    Gdiplus::Bitmap offscreen(TouchPadModel::kPadWidth, TouchPadModel::kPadHeight, PixelFormat32bppARGB);
-    {
-        Gdiplus::Graphics picture(&offscreen);
-        picture.DrawImage(m_pad.get(), 0, 0, TouchPadModel::kPadWidth, TouchPadModel::kPadHeight);
-        if (m_model.shouldDrawMarker(now)) {
-            const PixelRect marker = TouchPadModel::marker(now);
-            picture.DrawImage(m_reticle.get(), marker.left, marker.top, marker.width, marker.height);
-        }
-    }
+    // Whether the marker shows depends on the paint before this one: decided first.
+    const bool drawMarker = m_model.shouldDrawMarker(now);
     m_model.notePainted(SYNTestDevice::isFingerPresent());
-
-    Gdiplus::Graphics screen(dc.m_hDC);
-    screen.DrawImage(&offscreen, client.left, client.top, TouchPadModel::kPadWidth, TouchPadModel::kPadHeight);
-    const int buttonsTop = client.top + TouchPadModel::kButtonsTop;
-    screen.DrawImage(TouchPadModel::leftPressed(now) ? m_leftPressed.get() : m_left.get(), 0, buttonsTop,
-                     TouchPadModel::kButtonWidth, TouchPadModel::kButtonHeight);
-    screen.DrawImage(TouchPadModel::rightPressed(now) ? m_rightPressed.get() : m_right.get(),
-                     TouchPadModel::kRightButtonLeft, buttonsTop, TouchPadModel::kButtonWidth,
-                     TouchPadModel::kButtonHeight);
+    if (!m_surface.resize(client.Width(), client.Height())) {
+        return;
+    }
+    // The pad and the buttons change only with the button states: each of the four pictures
+    // is composed once per size, so a packet costs one copy and the marker's blend.
+    const bool left = TouchPadModel::leftPressed(now);
+    const bool right = TouchPadModel::rightPressed(now);
+    PaintSurface& base = m_bases[left ? 1 : 0][right ? 1 : 0];
+    if (base.width() != client.Width() || base.height() != client.Height()) {
+        if (!base.resize(client.Width(), client.Height())) {
+            return;
+        }
+        const COLORREF face = ::GetSysColor(COLOR_3DFACE);
+        Gdiplus::Graphics(base.bitmap()).Clear(Gdiplus::Color(255, GetRValue(face), GetGValue(face), GetBValue(face)));
+        m_scaled.draw(base.dc(), m_pad.get(), 0, 0, TouchPadModel::kPadWidth, TouchPadModel::kPadHeight);
+        m_scaled.draw(base.dc(), left ? m_leftPressed.get() : m_left.get(), 0, TouchPadModel::kButtonsTop,
+                      TouchPadModel::kButtonWidth, TouchPadModel::kButtonHeight);
+        m_scaled.draw(base.dc(), right ? m_rightPressed.get() : m_right.get(), TouchPadModel::kRightButtonLeft,
+                      TouchPadModel::kButtonsTop, TouchPadModel::kButtonWidth, TouchPadModel::kButtonHeight);
+    }
+    const HDC picture = m_surface.dc();
+    base.copyTo(picture, 0, 0);
+    if (drawMarker) {
+        // The marker stays on the pad, however near its edge the finger is.
+        const int saved = ::SaveDC(picture);
+        ::IntersectClipRect(picture, 0, 0, TouchPadModel::kPadWidth, TouchPadModel::kPadHeight);
+        const PixelRect marker = TouchPadModel::marker(now);
+        m_scaled.draw(picture, m_reticle.get(), marker.left, marker.top, marker.width, marker.height);
+        ::RestoreDC(picture, saved);
+    }
+    m_surface.copyTo(dc.m_hDC, client.left, client.top);
 }
 
 bool CSynapticsTouchPadCtrl::isFingerPresent()

@@ -6,12 +6,10 @@
 #include <memory>
 
 #include "ISynapticsControl.h"
+#include "PaintSurface.h"
+#include "ScaledImages.h"
 #include "SynapticsDevice.h"
 #include "TouchPadModel.h"
-
-namespace Gdiplus {
-class Image;
-}
 
 class CSynapticsTouchPadCtrl : public CWnd, public SynapticsDevice, public ISynapticsControl {
 public:
@@ -37,7 +35,9 @@ public:
 protected:
     // WM_CREATE: starts the device; refuses the window when it cannot be started.
     afx_msg int OnCreate(LPCREATESTRUCT lpCreateStruct);
-    // WM_PAINT: the pad composed off-screen, then the buttons.
+    // The paint covers every pixel: nothing to erase.
+    afx_msg BOOL OnEraseBkgnd(CDC* pDC);
+    // WM_PAINT: the pad, the finger marker and the buttons composed off-screen, then copied.
     afx_msg void OnPaint();
 
     DECLARE_MESSAGE_MAP()
@@ -51,5 +51,8 @@ private:
     std::unique_ptr<Gdiplus::Image> m_leftPressed;
     std::unique_ptr<Gdiplus::Image> m_right;
     std::unique_ptr<Gdiplus::Image> m_rightPressed;
+    ScaledImages m_scaled;
+    PaintSurface m_bases[2][2];  // pad and buttons, by left and right button held
+    PaintSurface m_surface;      // the picture being composed
     long m_synHandle;
 };

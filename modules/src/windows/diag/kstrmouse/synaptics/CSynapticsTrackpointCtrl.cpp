@@ -8,7 +8,7 @@ namespace {
 constexpr UINT_PTR kRepaintTimer = 1;
 constexpr UINT kRepaintPeriodMs = 50;
 // The drawing area's background: the dialog face.
-const Gdiplus::Color kAreaColour(0xFF, 0xF0, 0xF0, 0xF0);
+constexpr COLORREF kAreaColour = RGB(0xF0, 0xF0, 0xF0);
 
 std::unique_ptr<Gdiplus::Image> loadImage(const wchar_t* file)
 {
@@ -16,16 +16,12 @@ std::unique_ptr<Gdiplus::Image> loadImage(const wchar_t* file)
     return std::make_unique<Gdiplus::Image>(file);
 }
 
-void drawAt(Gdiplus::Graphics& graphics, Gdiplus::Image* image, const PixelRect& rect, int top)
-{
-    graphics.DrawImage(image, rect.left, top + rect.top, rect.width, rect.height);
-}
-
 }  // namespace
 
 BEGIN_MESSAGE_MAP(CSynapticsTrackpointCtrl, CWnd)
     ON_WM_CREATE()
     ON_WM_DESTROY()
+    ON_WM_ERASEBKGND()
     ON_WM_PAINT()
     ON_WM_TIMER()
 END_MESSAGE_MAP()
@@ -42,6 +38,7 @@ CSynapticsTrackpointCtrl::CSynapticsTrackpointCtrl(long synHandle, bool bThreeBu
       m_model(bThreeButtonDisplay),
       m_synHandle(synHandle)
 {
+    m_areaBrush.CreateSolidBrush(kAreaColour);
 }
 
 CSynapticsTrackpointCtrl::~CSynapticsTrackpointCtrl() = default;
@@ -83,6 +80,11 @@ long CSynapticsTrackpointCtrl::OnSynDevicePacket(long sequence)
     return result;
 }
 
+BOOL CSynapticsTrackpointCtrl::OnEraseBkgnd(CDC*)
+{
+    return TRUE;  // the paint covers every pixel
+}
+
 void CSynapticsTrackpointCtrl::OnPaint()
 {
     CPaintDC dc(this);
@@ -93,27 +95,36 @@ void CSynapticsTrackpointCtrl::OnPaint()
     const int width = window.Width();
     const int height = window.Height();
     const SynapticsDeviceState now = state();
-
-    const PixelRect area = TrackpointModel::drawingArea(width, height);
-    Gdiplus::Bitmap offscreen(area.width, area.height, PixelFormat32bppARGB);
-    {
-        Gdiplus::Graphics picture(&offscreen);
-        Gdiplus::SolidBrush face(kAreaColour);
-        picture.FillRectangle(&face, 0, 0, area.width, area.height);
-        const PixelRect marker = TrackpointModel::marker(now, width, height);
-        picture.DrawImage(m_stick.get(), marker.left, marker.top, marker.width, marker.height);
-    }
-    Gdiplus::Graphics screen(dc.m_hDC);
-    screen.DrawImage(&offscreen, client.left, client.top, area.width, area.height);
-    if (!m_model.threeButtonDisplay()) {
+    if (!m_surface.resize(client.Width(), client.Height())) {
         return;
     }
-    drawAt(screen, now.leftPressed ? m_leftPressed.get() : m_left.get(), TrackpointModel::leftButton(width, height),
-           client.top);
-    drawAt(screen, now.middlePressed ? m_centerPressed.get() : m_center.get(),
-           TrackpointModel::centerButton(width, height), client.top);
-    drawAt(screen, now.rightPressed ? m_rightPressed.get() : m_right.get(),
-           TrackpointModel::rightButton(width, height), client.top);
+    // Composed off-screen from ready-made pictures, then copied in one go: no flicker.
+    const HDC picture = m_surface.dc();
+    const PixelRect area = TrackpointModel::drawingArea(width, height);
+    const RECT whole{0, 0, client.Width(), client.Height()};
+    ::FillRect(picture, &whole, ::GetSysColorBrush(COLOR_3DFACE));
+    const RECT areaRect{0, 0, area.width, area.height};
+    ::FillRect(picture, &areaRect, m_areaBrush);
+    {
+        const int saved = ::SaveDC(picture);
+        ::IntersectClipRect(picture, 0, 0, area.width, area.height);
+        const PixelRect marker = TrackpointModel::marker(now, width, height);
+        m_scaled.draw(picture, m_stick.get(), marker.left, marker.top, marker.width, marker.height);
+        ::RestoreDC(picture, saved);
+    }
+    if (m_model.threeButtonDisplay()) {
+        drawButton(now.leftPressed ? m_leftPressed.get() : m_left.get(), TrackpointModel::leftButton(width, height));
+        drawButton(now.middlePressed ? m_centerPressed.get() : m_center.get(),
+                   TrackpointModel::centerButton(width, height));
+        drawButton(now.rightPressed ? m_rightPressed.get() : m_right.get(),
+                   TrackpointModel::rightButton(width, height));
+    }
+    m_surface.copyTo(dc.m_hDC, client.left, client.top);
+}
+
+void CSynapticsTrackpointCtrl::drawButton(Gdiplus::Image* image, const PixelRect& place)
+{
+    m_scaled.draw(m_surface.dc(), image, place.left, place.top, place.width, place.height);
 }
 
 bool CSynapticsTrackpointCtrl::isFingerPresent()

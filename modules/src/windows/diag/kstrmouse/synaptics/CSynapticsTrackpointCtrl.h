@@ -6,13 +6,11 @@
 #include <memory>
 
 #include "ISynapticsControl.h"
+#include "PaintSurface.h"
+#include "ScaledImages.h"
 #include "SynapticsDevice.h"
 #include "TrackpointModel.h"
 #include "ksxui/CAutoTimer.h"
-
-namespace Gdiplus {
-class Image;
-}
 
 class CSynapticsTrackpointCtrl : public CWnd, public ISynapticsControl, public SynapticsDevice {
 public:
@@ -41,7 +39,9 @@ protected:
     afx_msg int OnCreate(LPCREATESTRUCT lpCreateStruct);
     // WM_DESTROY: stops the repaint timer.
     afx_msg void OnDestroy();
-    // WM_PAINT: the stick area composed off-screen, then the buttons.
+    // The paint covers every pixel: nothing to erase.
+    afx_msg BOOL OnEraseBkgnd(CDC* pDC);
+    // WM_PAINT: the stick area and the buttons composed off-screen, then copied.
     afx_msg void OnPaint();
     // WM_TIMER: the repaint timer redraws the whole picture at once.
     afx_msg void OnTimer(UINT_PTR nIDEvent);
@@ -49,6 +49,8 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
+    // Blends a button picture onto the picture being composed.
+    void drawButton(Gdiplus::Image* image, const PixelRect& place);
 
     std::unique_ptr<Gdiplus::Image> m_stick;
     std::unique_ptr<Gdiplus::Image> m_left;
@@ -57,6 +59,9 @@ private:
     std::unique_ptr<Gdiplus::Image> m_leftPressed;
     std::unique_ptr<Gdiplus::Image> m_centerPressed;
     std::unique_ptr<Gdiplus::Image> m_rightPressed;
+    ScaledImages m_scaled;
+    PaintSurface m_surface;  // the picture being composed
+    CBrush m_areaBrush;
     TrackpointModel m_model;
     long m_synHandle;
     CAutoTimer m_repaintTimer;
