@@ -6,6 +6,7 @@ import json
 import os
 import shutil
 import subprocess
+import tempfile
 import time
 from pathlib import Path
 
@@ -202,3 +203,11 @@ class ModuleRun:
         output = self.finish_output()
         run = json.loads(self.report.read_text(encoding="utf-8"))["runs"][0]
         return run, output
+
+
+def run_case(cases, name):
+    """Runs the end-to-end case `case_<name>` of a test script (its globals()) in a fresh session
+    with a temporary folder of its own."""
+    with tempfile.TemporaryDirectory() as tmp, Session() as session:
+        cases["case_" + name](session, Path(tmp))
+    print(f"{name}: ok")

@@ -4,12 +4,11 @@ Run one with: test_click_test.py CASE. Screenshots go to $KSTR_SHOTS (default: a
 """
 import shutil
 import sys
-import tempfile
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "scripts"))
 from kstrclick import FAIL, TITLE, WHEEL_BAR, ClickTestRun  # noqa: E402
-from kstrsession import Session  # noqa: E402
+from kstrsession import run_case  # noqa: E402
 
 
 def check(condition, message):
@@ -63,11 +62,5 @@ def case_broken_pictures_leave_the_test_working(s, tmp):
     check(len(done) == 7 and run["verdict"] == "PASS" and not run["events"], f"{run}\n{output}")
 
 
-def main(case):
-    with tempfile.TemporaryDirectory() as tmp, Session() as session:
-        globals()["case_" + case](session, Path(tmp))
-    print(f"{case}: ok")
-
-
 if __name__ == "__main__":
-    main(sys.argv[1])
+    run_case(globals(), sys.argv[1])

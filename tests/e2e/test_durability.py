@@ -6,14 +6,13 @@ import json
 import random
 import signal
 import sys
-import tempfile
 import time
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "scripts"))
 from kstrclick import SKIP, ClickTestRun  # noqa: E402
 from kstrdrive import MouseTestRun  # noqa: E402
-from kstrsession import Session  # noqa: E402
+from kstrsession import run_case  # noqa: E402
 
 
 def check(condition, message):
@@ -47,11 +46,5 @@ def case_ctrl_c_aborts_the_run(s, tmp):
     check(t.proc.returncode == 3, output)
 
 
-def main(case):
-    with tempfile.TemporaryDirectory() as tmp, Session() as session:
-        globals()["case_" + case](session, Path(tmp))
-    print(f"{case}: ok")
-
-
 if __name__ == "__main__":
-    main(sys.argv[1])
+    run_case(globals(), sys.argv[1])

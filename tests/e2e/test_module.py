@@ -5,11 +5,10 @@ import shutil
 import re
 import subprocess
 import sys
-import tempfile
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "scripts"))
-from kstrsession import Session  # noqa: E402
+from kstrsession import run_case  # noqa: E402
 
 EXITED_ABNORMALLY = 7
 CANNOT_RUN = 4
@@ -208,11 +207,5 @@ def case_failed_graphics_startup_goes_on(s, tmp):
     check(done.returncode == 0, f"exit {done.returncode}")
 
 
-def main(case):
-    with tempfile.TemporaryDirectory() as tmp, Session() as session:
-        globals()["case_" + case](session, Path(tmp))
-    print(f"{case}: ok")
-
-
 if __name__ == "__main__":
-    main(sys.argv[1])
+    run_case(globals(), sys.argv[1])

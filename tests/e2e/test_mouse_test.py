@@ -3,13 +3,12 @@
 Run one with: test_mouse_test.py CASE. Screenshots go to $KSTR_SHOTS (default: a temporary folder).
 """
 import sys
-import tempfile
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "scripts"))
 from kstrdrive import (ALL_CHECKS, FAIL_BUTTON, PASS_BUTTON, TITLE,  # noqa: E402
                        MouseTestRun)
-from kstrsession import Session  # noqa: E402
+from kstrsession import run_case  # noqa: E402
 
 
 def check(condition, message):
@@ -58,11 +57,5 @@ def case_emulated_middle_is_reported(s, tmp):
           f"{run}\n{output}")
 
 
-def main(case):
-    with tempfile.TemporaryDirectory() as tmp, Session() as session:
-        globals()["case_" + case](session, Path(tmp))
-    print(f"{case}: ok")
-
-
 if __name__ == "__main__":
-    main(sys.argv[1])
+    run_case(globals(), sys.argv[1])

@@ -5,13 +5,12 @@ Run one with: test_touch_tests.py CASE. Screenshots go to $KSTR_SHOTS (default: 
 import json
 import os
 import sys
-import tempfile
 import time
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
 sys.path.insert(0, str(ROOT / "scripts"))
-from kstrsession import Session  # noqa: E402
+from kstrsession import run_case  # noqa: E402
 
 SESSIONS = ROOT / "resources" / "padkit-sessions"
 PASS_BUTTON = 1008
@@ -103,11 +102,5 @@ def case_blacklisted_driver_is_refused(s, tmp):
     check(done.returncode == 2, f"exit {done.returncode}")
 
 
-def main(case):
-    with tempfile.TemporaryDirectory() as tmp, Session() as session:
-        globals()["case_" + case](session, Path(tmp))
-    print(f"{case}: ok")
-
-
 if __name__ == "__main__":
-    main(sys.argv[1])
+    run_case(globals(), sys.argv[1])
