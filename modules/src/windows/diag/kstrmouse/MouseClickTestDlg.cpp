@@ -426,7 +426,8 @@ void CMouseClickTestDlg::showPicture(int controlId, int nCmdShow)
 void CMouseClickTestDlg::hidePictureIfVisible(int controlId)
 {
     CWnd* control = GetDlgItem(controlId);
-    if (control != nullptr && control->IsWindowVisible()) {
+    // The control's own style: it counts also while the dialog itself is not shown yet.
+    if (control != nullptr && (::GetWindowLongW(control->m_hWnd, GWL_STYLE) & WS_VISIBLE) != 0) {
         control->ShowWindow(SW_HIDE);
     }
 }
