@@ -10,6 +10,7 @@ namespace {
 constexpr wchar_t kClassName[] = L"padkitReplayPump";
 constexpr UINT_PTR kTimerId = 1;
 constexpr UINT kDeliverMessage = WM_APP + 1;
+constexpr int kMostPerWakeUp = 8;
 
 bool registerClass(WNDPROC windowProc)
 {
@@ -77,25 +78,33 @@ LRESULT CALLBACK ReplayPump::windowProc(HWND window, UINT message, WPARAM wParam
     if (pump != nullptr && pump->m_pending) {
         if (message == WM_TIMER && wParam == kTimerId) {
             KillTimer(window, kTimerId);
-            pump->deliverNext();
+            pump->deliverDue();
             return 0;
         }
         if (message == kDeliverMessage && wParam == pump->m_ticket) {
-            pump->deliverNext();
+            pump->deliverDue();
             return 0;
         }
     }
     return DefWindowProcW(window, message, wParam, lParam);
 }
 
-void ReplayPump::schedule()
+std::optional<ReplayPump::Clock::time_point> ReplayPump::nextDue() const
 {
     const std::optional<double> delay = m_cursor.delayToNext();
     if (!delay) {
+        return std::nullopt;
+    }
+    return m_lastDue + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double, std::milli>(*delay));
+}
+
+void ReplayPump::schedule()
+{
+    const std::optional<Clock::time_point> due = nextDue();
+    if (!due) {
         return;   // the session is over
     }
-    m_nextDue = m_lastDue + std::chrono::duration_cast<Clock::duration>(
-                                std::chrono::duration<double, std::milli>(*delay));
+    m_nextDue = *due;
     const double waitMs = std::chrono::duration<double, std::milli>(m_nextDue - Clock::now()).count();
     // Posted messages go before timers and paints: while those wait, a timer lets them in
     // between packets instead of a post starving them.
@@ -110,17 +119,30 @@ void ReplayPump::schedule()
     PostMessageW(m_window.get(), kDeliverMessage, ++m_ticket, 0);
 }
 
-void ReplayPump::deliverNext()
+void ReplayPump::deliverDue()
 {
     m_pending = false;
-    m_lastDue = m_nextDue;
-    const long sequence = m_cursor.advance();
-    const Packet packet = *m_cursor.current();
-    // Scheduled first: the receiver may re-open the device or destroy this pump, after which
-    // nothing here may be touched.
-    const Deliver deliver = m_deliver;
-    schedule();
-    deliver(sequence, packet);
+    const std::weak_ptr<char> alive = m_alive;
+    for (int delivered = 1;; ++delivered) {
+        m_lastDue = m_nextDue;
+        const long sequence = m_cursor.advance();
+        const Packet packet = *m_cursor.current();
+        const Deliver deliver = m_deliver;
+        const std::optional<Clock::time_point> due = nextDue();
+        const bool followsAtOnce = delivered < kMostPerWakeUp && due && *due <= Clock::now();
+        if (followsAtOnce) {
+            m_nextDue = *due;
+        } else {
+            // Scheduled first: the receiver may re-open the device or destroy this pump, after
+            // which nothing here may be touched.
+            schedule();
+        }
+        deliver(sequence, packet);
+        // Done with this wake-up, gone, or re-opened (which schedules anew).
+        if (!followsAtOnce || alive.expired() || m_pending) {
+            return;
+        }
+    }
 }
 
 }  // namespace padkit

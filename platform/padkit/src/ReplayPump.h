@@ -1,12 +1,15 @@
 #pragma once
 // Delivers a replay's packets one at a time on the thread that made it, through a hidden
 // message-only window: a timer waits for a packet that is not due yet, a posted message takes
-// one that is (unpaced, or late).
+// one that is (unpaced, or late). Packets already due when one is delivered follow it at once,
+// a few at most, before the message loop gets its turn again: each wake-up of the loop costs
+// about as much as a packet's repaint.
 #include <windows.h>
 
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <type_traits>
 
 #include "padkit/ReplayCursor.h"
@@ -34,8 +37,10 @@ private:
 
     ReplayPump(ReplayCursor cursor, Deliver deliver);
     static LRESULT CALLBACK windowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    // When the next packet is due; nothing when the session is over.
+    std::optional<Clock::time_point> nextDue() const;
     void schedule();
-    void deliverNext();
+    void deliverDue();
 
     ReplayCursor m_cursor;
     Deliver m_deliver;
@@ -44,6 +49,8 @@ private:
     Clock::time_point m_nextDue;
     bool m_pending = false;        // a timer or a posted message will deliver the next packet
     WPARAM m_ticket = 0;           // tells the posted message of this schedule from stale ones
+    // Expires with the pump: a receiver may destroy it while taking a packet.
+    std::shared_ptr<char> m_alive = std::make_shared<char>();
 };
 
 }  // namespace padkit
