@@ -7,7 +7,7 @@ bash "$root/scripts/install-deps.sh"
 cmake -S "$root" -B "$KSTR_BUILD/win" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
   -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake" >/dev/null
 cmake --build "$KSTR_BUILD/win" -j "$(nproc)" --target mouse_dialog_bench \
-  click_test_paint_bench touchpad_packet_bench trackpoint_repaint_bench
+  click_test_paint_bench touchpad_packet_bench trackpoint_repaint_bench startup_bench
 source "$root/scripts/wine-session.sh"
 unset DISPLAY
 kstr_start_display
@@ -18,3 +18,4 @@ wine "$KSTR_BUILD/win/bench/mouse_dialog_bench.exe"
 wine "$KSTR_BUILD/win/bench/click_test_paint_bench.exe"
 wine "$KSTR_BUILD/win/bench/touchpad_packet_bench.exe"
 wine "$KSTR_BUILD/win/bench/trackpoint_repaint_bench.exe"
+wine "$KSTR_BUILD/win/bench/startup_bench.exe"
