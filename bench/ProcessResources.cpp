@@ -7,16 +7,17 @@
 
 namespace {
 
-// The process's GDI handle table as the system maps it into the process (x64 PEB field).
+// The process's GDI handle table as Wine maps it into the process (x64 PEB field), in Wine's
+// layout; only read where GetGuiResources does not count.
 constexpr std::size_t kPebGdiSharedHandleTable = 0xF8;
 constexpr std::size_t kGdiHandleCount = 0x10000;
 
 struct GdiHandleEntry {
     ULONG64 object;
     ULONG owner;
-    USHORT unique;
     UCHAR type;   // 0: free
-    UCHAR flags;
+    UCHAR extType;
+    USHORT unique;
     ULONG64 user;
 };
 static_assert(sizeof(GdiHandleEntry) == 24);

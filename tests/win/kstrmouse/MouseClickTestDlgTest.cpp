@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "ClickTestDriver.h"
 #include "MouseClickTestDlg.h"
 #include "MouseDlgHarness.h"
 #include "Registration.h"
@@ -24,6 +25,7 @@ namespace {
 
 using harn5::TestResult;
 using mousetest::Dialog;
+using namespace clicktest;
 namespace texts = kstrmouse::texts;
 
 std::vector<std::string>* s_pauses = nullptr;
@@ -59,66 +61,6 @@ std::string Instruction()
     return key != nullptr ? key->key().utf8() : "";
 }
 
-// A control's centre in the dialog's client coordinates, as mouse messages carry it.
-LPARAM At(const Dialog& d, int id)
-{
-    POINT p = d.Centre(id);
-    ::ScreenToClient(d.hwnd(), &p);
-    return MAKELPARAM(p.x, p.y);
-}
-
-// A point in the middle of the dialog, clear of every control that a step looks at.
-LPARAM Plain(const Dialog& d)
-{
-    RECT client{};
-    ::GetClientRect(d.hwnd(), &client);
-    return MAKELPARAM(client.right / 8, client.bottom * 3 / 4);
-}
-
-void Click(const Dialog& d, UINT down, LPARAM at, WPARAM held)
-{
-    d.Send(down, held, at);
-    d.Send(down + 1, 0, at);
-}
-
-void LeftClick(const Dialog& d) { Click(d, WM_LBUTTONDOWN, Plain(d), MK_LBUTTON); }
-void RightClick(const Dialog& d) { Click(d, WM_RBUTTONDOWN, Plain(d), MK_RBUTTON); }
-void MiddleClick(const Dialog& d) { Click(d, WM_MBUTTONDOWN, Plain(d), MK_MBUTTON); }
-
-void SideButton(const Dialog& d, WORD button)
-{
-    d.Send(WM_XBUTTONDOWN, MAKEWPARAM(button == XBUTTON1 ? MK_XBUTTON1 : MK_XBUTTON2, button), Plain(d));
-    d.Send(WM_XBUTTONUP, MAKEWPARAM(0, button), Plain(d));
-}
-
-void DoubleClickTarget(const Dialog& d)
-{
-    Click(d, WM_LBUTTONDOWN, At(d, IDC_CT_DOUBLE_CLICK_TARGET), MK_LBUTTON);
-    d.Send(WM_LBUTTONDBLCLK, MK_LBUTTON, At(d, IDC_CT_DOUBLE_CLICK_TARGET));
-    d.Send(WM_LBUTTONUP, 0, At(d, IDC_CT_DOUBLE_CLICK_TARGET));
-}
-
-// A press whose drag detection sees the pointer leave the drag rectangle at once.
-void PressAndDragFrom(const Dialog& d, LPARAM from)
-{
-    ::PostMessageW(d.hwnd(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(LOWORD(from) + 30, HIWORD(from) + 30));
-    d.Send(WM_LBUTTONDOWN, MK_LBUTTON, from);
-}
-
-void DragTo(const Dialog& d, int targetId)
-{
-    PressAndDragFrom(d, At(d, IDC_CT_DRAG_ITEM));
-    d.Send(WM_MOUSEMOVE, MK_LBUTTON, At(d, targetId));
-    d.Send(WM_LBUTTONUP, 0, At(d, targetId));
-}
-
-void Wheel(const Dialog& d, int notches)
-{
-    for (int i = 0; i < (notches < 0 ? -notches : notches); ++i) {
-        d.Send(WM_MOUSEWHEEL, MAKEWPARAM(0, notches < 0 ? -WHEEL_DELTA : WHEEL_DELTA), 0);
-    }
-}
-
 bool Shown(const Dialog& d, int id)
 {
     return (::GetWindowLongW(d.Item(id), GWL_STYLE) & WS_VISIBLE) != 0;
@@ -145,35 +87,6 @@ std::vector<int> ShownMousePictures(const Dialog& d)
     return shown;
 }
 
-using Action = std::function<void(const Dialog&)>;
-
-// The action that completes each step (index 1 to 9) in a run without Skip.
-Action StepAction(int index)
-{
-    switch (index) {
-    case 1: return LeftClick;
-    case 2: return RightClick;
-    case 3: return MiddleClick;
-    case 4: return [](const Dialog& d) { SideButton(d, XBUTTON2); };
-    case 5: return [](const Dialog& d) { SideButton(d, XBUTTON1); };
-    case 6: return DoubleClickTarget;
-    case 7: return [](const Dialog& d) { DragTo(d, IDC_CT_DROP_AREA); };
-    case 8: return [](const Dialog& d) { Wheel(d, 8); };
-    default: return [](const Dialog& d) { Wheel(d, -9); };
-    }
-}
-
-std::vector<std::string> Layout(bool gaming, bool middleRequired = false)
-{
-    return {"--param", std::string("TestGamingButtons=") + (gaming ? "true" : "false"), "--param",
-            std::string("RequireScrollWheelButton=") + (middleRequired ? "true" : "false")};
-}
-
-harn5::RunRecord RunClickTest(const std::vector<std::string>& options, const mousetest::Script& script)
-{
-    return mousetest::RunTestInHost("MouseInteractiveTest", options, script);
-}
-
 std::vector<std::string> Events(const harn5::RunRecord& run)
 {
     std::vector<std::string> events;
@@ -191,9 +104,9 @@ TEST(ClickTestWalk, EachLayoutNumbersItsStepsAndPassesWithoutEvents)
         std::vector<std::string> pauses;
     };
     const std::vector<Case> cases = {
-        {false, {1, 2, 3, 6, 7, 8, 9},
+        {false, StepIndices(false),
          {"Step 3 of 7 1000", "Step 4 of 7 1000", "Step 5 of 7 1000", "Step 6 of 7 1000", "Step 7 of 7 1000"}},
-        {true, {1, 2, 3, 4, 5, 6, 7, 8, 9},
+        {true, StepIndices(true),
          {"Step 5 of 9 1000", "Step 6 of 9 1000", "Step 7 of 9 1000", "Step 8 of 9 1000", "Step 9 of 9 1000"}},
     };
     for (const Case& c : cases) {

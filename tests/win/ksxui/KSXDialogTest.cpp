@@ -114,3 +114,23 @@ TEST(KSXDialog, LeftToRightLanguageWithoutHostWindowKeepsTheTemplate)
 }
 
 }  // namespace
+
+TEST(KSXDialog, PicturesTheTemplateLoadedGoWithTheDialog)
+{
+    // One run per picture control would otherwise leave a bitmap behind.
+    class PictureDialog : public KSXDialog {
+    public:
+        PictureDialog() : KSXDialog(IDD_KSXUI_PICTURES) {}
+        BOOL OnInitDialog() override
+        {
+            const BOOL result = KSXDialog::OnInitDialog();
+            picture = reinterpret_cast<HGDIOBJ>(SendDlgItemMessageW(m_hWnd, IDC_PICTURE, STM_GETIMAGE, IMAGE_BITMAP, 0));
+            EndDialog(IDOK);
+            return result;
+        }
+        HGDIOBJ picture = nullptr;
+    } dialog;
+    EXPECT_EQ(dialog.DoModal(), IDOK);
+    ASSERT_NE(dialog.picture, nullptr);
+    EXPECT_EQ(::GetObjectType(dialog.picture), 0u);
+}

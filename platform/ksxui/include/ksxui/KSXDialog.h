@@ -12,5 +12,9 @@ public:
     // CDialog::OnInitDialog, then ApplyLanguage; answers what the base answered.
     BOOL OnInitDialog() override;
 
+protected:
+    // Frees the bitmaps that the template's picture controls loaded, then the base handling.
+    afx_msg void OnDestroy();
+
     DECLARE_MESSAGE_MAP()
 };
