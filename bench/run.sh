@@ -6,7 +6,7 @@ source "$root/scripts/env.sh"
 bash "$root/scripts/install-deps.sh"
 cmake -S "$root" -B "$KSTR_BUILD/win" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
   -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake" >/dev/null
-cmake --build "$KSTR_BUILD/win" -j "$(nproc)" --target mouse_dialog_bench \
+cmake --build "$KSTR_BUILD/win" -j "$(nproc)" --target mouse_dialog_bench click_test_input_bench \
   click_test_paint_bench touchpad_packet_bench trackpoint_repaint_bench startup_bench \
   kstrmouse_soak
 source "$root/scripts/wine-session.sh"
@@ -16,6 +16,7 @@ kstr_prepare_prefix
 trap kstr_stop_session EXIT
 cd "$KSTR_BUILD/win/bin"
 wine "$KSTR_BUILD/win/bench/mouse_dialog_bench.exe"
+wine "$KSTR_BUILD/win/bench/click_test_input_bench.exe"
 wine "$KSTR_BUILD/win/bench/click_test_paint_bench.exe"
 wine "$KSTR_BUILD/win/bench/touchpad_packet_bench.exe"
 wine "$KSTR_BUILD/win/bench/trackpoint_repaint_bench.exe"
