@@ -75,9 +75,14 @@ TEST(StopRequest, CtrlCOnTheConsoleAsksForAStop)
     // The child gets a console of its own; this process joins it just long enough to press
     // Ctrl+C there, ignoring the event itself.
     ChildProcess child;
-    child.start(L"--no-system-devices --device Mouse --test WaitForStop",
+    child.start(L"--no-system-devices --device Mouse --test WaitForStop --report " + quoted(child.path(L"report.json")),
                 CREATE_NEW_CONSOLE);
-    EXPECT_FALSE(child.wait(300));
+    // Pressed before the child listens, Ctrl+C would simply end it: wait for its run to start.
+    const ULONGLONG deadline = GetTickCount64() + kHangGuard;
+    while (!contains(ChildProcess::readFile(child.path(L"report.json")), "\"state\":\"running\"") &&
+           GetTickCount64() < deadline) {
+        ASSERT_FALSE(child.wait(20));
+    }
     FreeConsole();
     ASSERT_TRUE(AttachConsole(child.processId())) << GetLastError();
     SetConsoleCtrlHandler(nullptr, TRUE);
