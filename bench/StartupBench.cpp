@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -29,6 +30,16 @@ struct Target {
     std::wstring program;
     std::wstring arguments;
 };
+
+struct HandleCloser {
+    void operator()(HANDLE handle) const
+    {
+        if (handle != INVALID_HANDLE_VALUE) {
+            CloseHandle(handle);
+        }
+    }
+};
+using Handle = std::unique_ptr<void, HandleCloser>;
 
 struct Sample {
     double startUpMs = 0;
@@ -80,44 +91,42 @@ std::optional<Sample> launch(const Target& target)
     std::wstring commandLine = L"\"" + target.program + L"\" " + target.arguments;
     // The module's summary line is not the bench's to print.
     SECURITY_ATTRIBUTES inherit{sizeof(inherit), nullptr, TRUE};
-    const HANDLE nul = CreateFileW(L"NUL", GENERIC_WRITE, FILE_SHARE_WRITE, &inherit, OPEN_EXISTING, 0, nullptr);
+    const Handle nul(CreateFileW(L"NUL", GENERIC_WRITE, FILE_SHARE_WRITE, &inherit, OPEN_EXISTING, 0, nullptr));
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);
     startup.dwFlags = STARTF_USESTDHANDLES;
     startup.hStdInput = GetStdHandle(STD_INPUT_HANDLE);
-    startup.hStdOutput = nul;
-    startup.hStdError = nul;
-    PROCESS_INFORMATION process{};
+    startup.hStdOutput = nul.get();
+    startup.hStdError = nul.get();
+    PROCESS_INFORMATION started{};
     const Stopwatch watch;
-    const BOOL started = CreateProcessW(target.program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr,
-                                        nullptr, &startup, &process);
-    CloseHandle(nul);
-    if (!started) {
+    if (!CreateProcessW(target.program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
+                        &startup, &started)) {
         std::fprintf(stderr, "%s: cannot start (error %lu)\n", target.name, GetLastError());
         return std::nullopt;
     }
+    const Handle process(started.hProcess);
+    const Handle thread(started.hThread);
     std::optional<Sample> sample;
     HWND dialog = nullptr;
     while (dialog == nullptr && watch.elapsedMicroseconds() < kShowTimeoutMs * 1000.0 &&
-           WaitForSingleObject(process.hProcess, 1) == WAIT_TIMEOUT) {
-        dialog = visibleDialogOf(process.dwProcessId);
+           WaitForSingleObject(process.get(), 1) == WAIT_TIMEOUT) {
+        dialog = visibleDialogOf(started.dwProcessId);
     }
     DWORD_PTR answer = 0;
     if (dialog != nullptr &&
         SendMessageTimeoutW(dialog, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, kAnswerTimeoutMs, &answer) != 0) {
         sample = Sample{watch.elapsedMicroseconds() / 1000.0, {}};
         Sleep(kSettleMs);
-        sample->resources = ProcessResources::of(process.hProcess);
+        sample->resources = ProcessResources::of(process.get());
         PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
     } else {
         std::fprintf(stderr, "%s: no dialog took input within %lu ms\n", target.name, kShowTimeoutMs);
     }
-    if (WaitForSingleObject(process.hProcess, kEndTimeoutMs) != WAIT_OBJECT_0) {
-        TerminateProcess(process.hProcess, 1);
-        WaitForSingleObject(process.hProcess, kEndTimeoutMs);
+    if (WaitForSingleObject(process.get(), kEndTimeoutMs) != WAIT_OBJECT_0) {
+        TerminateProcess(process.get(), 1);
+        WaitForSingleObject(process.get(), kEndTimeoutMs);
     }
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
     return sample;
 }
 
