@@ -8,6 +8,7 @@
 #include "HostHarness.h"
 #include "harn5/CommandLine.h"
 #include "harn5/HarnException.h"
+#include "harn5/ParameterParser.h"
 
 using namespace harn5;
 
@@ -70,6 +71,17 @@ TEST(ParameterValues, UnsetOnesReadAsFalseZeroAndEmpty)
     EXPECT_FALSE(harness.untilFinished->value().valueBool());
     EXPECT_EQ(harness.pnpList->value().stringArraySize(), 0u);
     EXPECT_THROW(harness.pnpList->value().getStringInArray(0), HarnException);
+}
+
+TEST(ParameterValues, NoTextAtAllIsTheEmptyValueOfEveryType)
+{
+    for (const DataType* type : {&DataType::BOOLEAN(), &DataType::UINT32(), &DataType::STRINGARRAY()}) {
+        const Parameter parameter("p", *type, "");
+        const Value value = ParameterParser::parse(parameter, {});
+        EXPECT_FALSE(value.valueBool());
+        EXPECT_EQ(value.valueUint32(), 0u);
+        EXPECT_EQ(value.stringArraySize(), 0u);
+    }
 }
 
 TEST(BadInput, IsRefusedWithOneMessageNamingCulpritAndRemedy)
