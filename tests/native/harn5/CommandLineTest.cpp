@@ -167,6 +167,7 @@ TEST(DeviceSpec, CarriesCapabilitiesPropertiesAndName)
     const DiagDevice unnamed = CommandLine::parseDevice("Mouse", 3);
     EXPECT_EQ(unnamed.name().utf8(), "Device 3 (Mouse)");
     EXPECT_TRUE(unnamed.properties().empty());
+    EXPECT_EQ(CommandLine::parseDevice("Mouse, name = ", 4).name().utf8(), "Device 4 (Mouse)");
 }
 
 TEST(DeviceSpec, BadOnesNameTheProblem)
