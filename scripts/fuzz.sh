@@ -8,21 +8,7 @@ source "$(dirname "$0")/env.sh"
 seconds=${1:-60}
 jobs=${KSTR_JOBS:-$(nproc)}
 
-need=()
-have() { dpkg-query -W -f='${Status}' "$1" 2>/dev/null | grep -q 'install ok installed'; }
-for pkg in clang-14 libclang-rt-14-dev cmake make libgtest-dev nlohmann-json3-dev; do
-  have "$pkg" || need+=("$pkg")
-done
-if [ ${#need[@]} -gt 0 ]; then
-  if [ "$(id -u)" -ne 0 ]; then
-    echo "missing packages: ${need[*]} (run as root, or install them with apt-get)" >&2
-    exit 1
-  fi
-  echo "installing: ${need[*]}"
-  export DEBIAN_FRONTEND=noninteractive
-  apt-get update -q >/dev/null
-  apt-get install -y -q --no-install-recommends "${need[@]}" >/dev/null
-fi
+bash "$(dirname "$0")/install-deps.sh" clang-14 libclang-rt-14-dev cmake make libgtest-dev nlohmann-json3-dev
 
 build=$KSTR_BUILD/fuzz
 cmake -S "$KSTR_ROOT" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DKSTR_SANITIZE=ON \
