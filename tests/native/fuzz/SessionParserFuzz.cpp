@@ -1,5 +1,6 @@
-// Recorded sessions: parsing gives a session or a one-line SessionError naming the file. An
-// accepted session has ranges that do not run backwards and packets whose times never decrease.
+// Recorded sessions: parsing gives a session or a one-line SessionError "FILE:LINE: what is wrong;
+// what is allowed". An accepted session has ranges that do not run backwards and packets whose
+// times never decrease.
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -19,6 +20,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         }
     } catch (const padkit::SessionError& error) {
         Promise::refusal(error, "fuzz:");
+        Promise::hold(std::string_view(error.what()).find("; ") != std::string_view::npos,
+                      "a refusal says what is allowed");
     }
     return 0;
 }

@@ -197,4 +197,12 @@ TEST(DeviceProperty, ValuesOfTheWrongKindThrowInsteadOfGuessing)
     EXPECT_THROW(device.property("Big")->value().valueInt32(), HarnException);
     EXPECT_EQ(device.property("Low")->value().valueInt32(), -2147483647 - 1);
     EXPECT_EQ(device.property("Big")->value().valueUint32(), 2147483648u);
+    // Control characters of the value are shown in the message, and a NUL does not end it.
+    const DiagDevice odd = CommandLine::parseDevice(std::string("Mouse,P=1\0\r2", 12), 1);
+    try {
+        odd.property("P")->value().valueInt32();
+        ADD_FAILURE() << "accepted";
+    } catch (const HarnException& e) {
+        EXPECT_STREQ(e.what(), "value \"1\\x00\\x0D2\" is not a decimal 32-bit integer");
+    }
 }

@@ -85,6 +85,8 @@ TEST(SessionParser, ErrorsNameTheLineTheProblemAndWhatIsAllowed)
         {kHeader + "0 1 3000 3000 16 1 0 0 -\n", "pad.session:5: width \"16\" is not a finger width; give 0 to 15"},
         {kHeader + "0 1 3000 3000 4 1 0 0 LL\n", "pad.session:5: buttons \"LL\" are not a button set; give - for none"},
         {kHeader + "0 1 3000 3000 4 1 0 0 " + std::string(100, 'X') + "\n", "buttons \"" + std::string(40, 'X') + "...\" are"},
+        // Saved as UTF-16: the NULs are shown, not taken for the end of the message.
+        {std::string("p\0a\0d\0\r", 7) + "\n", "pad.session:1: \"p\\x00a\\x00d\\x00\" does not begin a session; the first"},
     };
     for (const auto& [text, expected] : cases) {
         const std::string message = errorOf(text);
