@@ -26,7 +26,7 @@ while IFS=$'\t' read -r name binary corpus; do
     for seed in "$dir"/*; do cp "$seed" "$run/corpus/$(basename "$dir")-$(basename "$seed")"; done
   done
   nice -n 10 "$binary" -max_total_time="$seconds" -timeout=10 -print_final_stats=1 \
-    -artifact_prefix="$run/findings/" "$run/corpus" >"$run/log" 2>&1 || true
+    -artifact_prefix="$run/findings/" "$run/corpus" </dev/null >"$run/log" 2>&1 || true
   executions=$(sed -n 's/^stat::number_of_executed_units: *//p' "$run/log")
   last=$(grep -E '^#[0-9]+' "$run/log" | tail -n 1)
   cov=$(sed -n 's/.* cov: \([0-9]*\).*/\1/p' <<<"$last")
