@@ -1,11 +1,13 @@
 #!/usr/bin/env bash
 # Builds the libFuzzer targets (tests/native/fuzz) with clang in build/fuzz and runs each in turn
-# for SECONDS (default 60), niced, on a scratch copy of its seed corpus. Prints per target the
+# for SECONDS (default 60), niced, on a scratch copy of its seed corpus; with TARGET names after
+# SECONDS, only those. Prints per target the
 # executions, coverage, corpus size and crashes; a crash's input stays in
 # build/fuzz/runs/TARGET/findings/. Exit status 1 when any target crashed.
 set -euo pipefail
 source "$(dirname "$0")/env.sh"
 seconds=${1:-60}
+only=" ${*:2} "
 jobs=${KSTR_JOBS:-$(nproc)}
 
 bash "$(dirname "$0")/install-deps.sh" clang-14 libclang-rt-14-dev cmake make libgtest-dev nlohmann-json3-dev
@@ -18,6 +20,7 @@ nice -n 10 cmake --build "$build" -j "$jobs" --target fuzzers >/dev/null
 status=0
 printf '%-16s %12s %8s %8s %8s %8s\n' target executions cov ft corpus crashes
 while IFS=$'\t' read -r name binary corpus; do
+  [ "$only" = "  " ] || [[ $only == *" $name "* ]] || continue
   run=$build/runs/$name
   rm -rf "$run"
   mkdir -p "$run/corpus" "$run/findings"
