@@ -41,12 +41,6 @@ void fromUtf8(const std::string& bytes)
     Promise::hold(Text::isValidUtf8(encoded), "decoded text encodes to UTF-8");
     Promise::hold((encoded == bytes) == Text::isValidUtf8(bytes), "exactly valid UTF-8 comes back as it was");
     Promise::hold(ksx::String(encoded).utf16() == text.utf16(), "decoding is stable");
-    Promise::hold(ksx::String(bytes.c_str()) == ksx::String(std::string(bytes.c_str())),
-                  "a C string ends at its NUL");
-    ksx::String trimmed = text;
-    trimmed.trim();
-    Promise::hold(ksx::String(trimmed).trim() == trimmed && trimmed.equalNoCase(trimmed),
-                  "trimming twice trims once; a text equals itself ignoring case");
 }
 
 void fromUtf16(const std::string& bytes)
