@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Builds the libFuzzer targets (tests/native/fuzz) with clang in build/fuzz and runs each in turn
-# for SECONDS (default 60), niced, on a scratch copy of its seed corpus; with TARGET names after
-# SECONDS, only those. Prints per target the
-# executions, coverage, corpus size and crashes; a crash's input stays in
-# build/fuzz/runs/TARGET/findings/. Exit status 1 when any target crashed.
+# Usage: fuzz.sh [SECONDS [TARGET...]]. Builds the libFuzzer targets (tests/native/fuzz) with clang
+# in build/fuzz and runs each in turn (or the TARGETs) for SECONDS (default 60), niced, on a
+# scratch copy of its seed corpus. Prints per target the executions, coverage, libFuzzer's corpus
+# (inputs/size) and crashes; a crash's input stays in build/fuzz/runs/TARGET/findings/. Exit
+# status 1 when any target crashed.
 set -euo pipefail
 source "$(dirname "$0")/env.sh"
 seconds=${1:-60}
@@ -18,7 +18,7 @@ cmake -S "$KSTR_ROOT" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DKSTR_SANIT
 nice -n 10 cmake --build "$build" -j "$jobs" --target fuzzers >/dev/null
 
 status=0
-printf '%-16s %12s %8s %8s %8s %8s\n' target executions cov ft corpus crashes
+printf '%-16s %12s %8s %8s %12s %8s\n' target executions cov ft corpus crashes
 while IFS=$'\t' read -r name binary corpus; do
   [ "$only" = "  " ] || [[ $only == *" $name "* ]] || continue
   run=$build/runs/$name
@@ -34,9 +34,10 @@ while IFS=$'\t' read -r name binary corpus; do
   last=$(grep -E '^#[0-9]+' "$run/log" | tail -n 1)
   cov=$(sed -n 's/.* cov: \([0-9]*\).*/\1/p' <<<"$last")
   ft=$(sed -n 's/.* ft: \([0-9]*\).*/\1/p' <<<"$last")
+  corp=$(sed -n 's/.* corp: \([0-9]*\/[0-9]*[a-zA-Z]*\).*/\1/p' <<<"$last")
   crashes=$(find "$run/findings" -type f | wc -l)
-  printf '%-16s %12s %8s %8s %8s %8s\n' "$name" "${executions:-?}" "${cov:-?}" "${ft:-?}" \
-    "$(find "$run/corpus" -type f | wc -l)" "$crashes"
+  printf '%-16s %12s %8s %8s %12s %8s\n' "$name" "${executions:-?}" "${cov:-?}" "${ft:-?}" \
+    "${corp:-?}" "$crashes"
   if [ "$crashes" -gt 0 ]; then
     status=1
     find "$run/findings" -type f -printf '  %p\n'
