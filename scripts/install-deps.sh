@@ -1,12 +1,17 @@
 #!/usr/bin/env bash
-# Installs what the build and the tests need from Debian's archive; quiet when all is there.
+# Installs what the build and the tests need from Debian's archive, or the packages named as
+# arguments; quiet when all is there.
 set -euo pipefail
 
+wanted=("$@")
+if [ ${#wanted[@]} -eq 0 ]; then
+  wanted=(cmake g++ make libgtest-dev googletest g++-mingw-w64-x86-64-posix
+          binutils-mingw-w64-x86-64 wine wine64 xvfb xdotool xauth x11-utils
+          imagemagick librsvg2-bin fonts-liberation fonts-dejavu-core python3 nlohmann-json3-dev)
+fi
 need=()
 have() { dpkg-query -W -f='${Status}' "$1" 2>/dev/null | grep -q 'install ok installed'; }
-for pkg in cmake g++ make libgtest-dev googletest g++-mingw-w64-x86-64-posix \
-           binutils-mingw-w64-x86-64 wine wine64 xvfb xdotool xauth x11-utils \
-           imagemagick librsvg2-bin fonts-liberation fonts-dejavu-core python3 nlohmann-json3-dev; do
+for pkg in "${wanted[@]}"; do
   have "$pkg" || need+=("$pkg")
 done
 [ ${#need[@]} -eq 0 ] && exit 0

@@ -99,7 +99,10 @@ DiagDevice CommandLine::parseDevice(const std::string& description, std::size_t 
         }
         const std::string value = Text::trim(fields[i].substr(equals + 1));
         if (property == "name") {
-            deviceName = value;
+            // An empty name would leave the device blank in the report and the dialogs.
+            if (!value.empty()) {
+                deviceName = value;
+            }
         } else {
             settings.emplace_back(property, value);
         }

@@ -1,8 +1,10 @@
 #include "harn5/HarnException.h"
 
+#include "harn5/Text.h"
+
 namespace harn5 {
 
-HarnException::HarnException(const HarnString& message) : m_message(message) {}
+HarnException::HarnException(const HarnString& message) : m_message(Text::visible(message.utf8())) {}
 
 const HarnString& HarnException::toString() const
 {

@@ -65,6 +65,10 @@ std::optional<int> ParameterParser::parseInt32(std::string_view text)
 
 Value ParameterParser::parse(const Parameter& parameter, const std::vector<std::string>& texts)
 {
+    // No text at all reads as an unset parameter does, whatever the type.
+    if (texts.empty()) {
+        return Value();
+    }
     const std::string& name = parameter.name().utf8();
     switch (parameter.type().kind()) {
     case DataType::Kind::Boolean:

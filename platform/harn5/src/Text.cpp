@@ -83,6 +83,24 @@ bool Text::isValidUtf8(std::string_view text)
     return true;
 }
 
+std::string Text::visible(std::string_view text)
+{
+    static const char kHex[] = "0123456789ABCDEF";
+    std::string out;
+    out.reserve(text.size());
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x20 && c != '\t') {
+            out += "\\x";
+            out += kHex[byte >> 4];
+            out += kHex[byte & 0xF];
+        } else {
+            out += c;
+        }
+    }
+    return out;
+}
+
 std::string Text::fromPath(const std::filesystem::path& path)
 {
     const std::u8string text = path.u8string();

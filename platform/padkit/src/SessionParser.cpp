@@ -302,7 +302,7 @@ private:
         const std::optional<std::int32_t> number = wholeNumber<std::int32_t>(value);
         if (!number) {
             fail(std::string(name) + " " + quoted(value) +
-                 " is not a whole number from -2147483648 to 2147483647");
+                 " is not a whole number; give one from -2147483648 to 2147483647");
         }
         return *number;
     }

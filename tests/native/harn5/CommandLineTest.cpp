@@ -8,6 +8,7 @@
 #include "HostHarness.h"
 #include "harn5/CommandLine.h"
 #include "harn5/HarnException.h"
+#include "harn5/ParameterParser.h"
 
 using namespace harn5;
 
@@ -70,6 +71,17 @@ TEST(ParameterValues, UnsetOnesReadAsFalseZeroAndEmpty)
     EXPECT_FALSE(harness.untilFinished->value().valueBool());
     EXPECT_EQ(harness.pnpList->value().stringArraySize(), 0u);
     EXPECT_THROW(harness.pnpList->value().getStringInArray(0), HarnException);
+}
+
+TEST(ParameterValues, NoTextAtAllIsTheEmptyValueOfEveryType)
+{
+    for (const DataType* type : {&DataType::BOOLEAN(), &DataType::UINT32(), &DataType::STRINGARRAY()}) {
+        const Parameter parameter("p", *type, "");
+        const Value value = ParameterParser::parse(parameter, {});
+        EXPECT_FALSE(value.valueBool());
+        EXPECT_EQ(value.valueUint32(), 0u);
+        EXPECT_EQ(value.stringArraySize(), 0u);
+    }
 }
 
 TEST(BadInput, IsRefusedWithOneMessageNamingCulpritAndRemedy)
@@ -155,6 +167,7 @@ TEST(DeviceSpec, CarriesCapabilitiesPropertiesAndName)
     const DiagDevice unnamed = CommandLine::parseDevice("Mouse", 3);
     EXPECT_EQ(unnamed.name().utf8(), "Device 3 (Mouse)");
     EXPECT_TRUE(unnamed.properties().empty());
+    EXPECT_EQ(CommandLine::parseDevice("Mouse, name = ", 4).name().utf8(), "Device 4 (Mouse)");
 }
 
 TEST(DeviceSpec, BadOnesNameTheProblem)
@@ -184,4 +197,12 @@ TEST(DeviceProperty, ValuesOfTheWrongKindThrowInsteadOfGuessing)
     EXPECT_THROW(device.property("Big")->value().valueInt32(), HarnException);
     EXPECT_EQ(device.property("Low")->value().valueInt32(), -2147483647 - 1);
     EXPECT_EQ(device.property("Big")->value().valueUint32(), 2147483648u);
+    // Control characters of the value are shown in the message, and a NUL does not end it.
+    const DiagDevice odd = CommandLine::parseDevice(std::string("Mouse,P=1\0\r2", 12), 1);
+    try {
+        odd.property("P")->value().valueInt32();
+        ADD_FAILURE() << "accepted";
+    } catch (const HarnException& e) {
+        EXPECT_STREQ(e.what(), "value \"1\\x00\\x0D2\" is not a decimal 32-bit integer");
+    }
 }

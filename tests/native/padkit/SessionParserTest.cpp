@@ -81,10 +81,12 @@ TEST(SessionParser, ErrorsNameTheLineTheProblemAndWhatIsAllowed)
         {kHeader + "2147483648 1 3000 3000 4 1 0 0 -\n", "time \"2147483648\" is not a time; give milliseconds from 0 to 2147483647"},
         {kHeader + "10 1 3000 3000 4 1 0 0 -\n9 1 3000 3000 4 1 0 0 -\n", "pad.session:6: time \"9\" is before the previous packet's 10"},
         {kHeader + "0 2 3000 3000 4 1 0 0 -\n", "pad.session:5: finger \"2\" is not a flag; give 0 or 1"},
-        {kHeader + "0 1 3e3 3000 4 1 0 0 -\n", "pad.session:5: x \"3e3\" is not a whole number"},
+        {kHeader + "0 1 3e3 3000 4 1 0 0 -\n", "pad.session:5: x \"3e3\" is not a whole number; give one from -2147483648"},
         {kHeader + "0 1 3000 3000 16 1 0 0 -\n", "pad.session:5: width \"16\" is not a finger width; give 0 to 15"},
         {kHeader + "0 1 3000 3000 4 1 0 0 LL\n", "pad.session:5: buttons \"LL\" are not a button set; give - for none"},
         {kHeader + "0 1 3000 3000 4 1 0 0 " + std::string(100, 'X') + "\n", "buttons \"" + std::string(40, 'X') + "...\" are"},
+        // Saved as UTF-16: the NULs are shown, not taken for the end of the message.
+        {std::string("p\0a\0d\0\r", 7) + "\n", "pad.session:1: \"p\\x00a\\x00d\\x00\" does not begin a session; the first"},
     };
     for (const auto& [text, expected] : cases) {
         const std::string message = errorOf(text);

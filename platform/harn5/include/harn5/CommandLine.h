@@ -17,7 +17,7 @@ public:
     static Options parse(const std::vector<std::string>& arguments,
                          const DeviceProviders* providers = nullptr);
     // "Caps+Caps,PROPERTY=VALUE,...,name=Display name", or "KIND:SOURCE,PROPERTY=VALUE,..." for
-    // a kind among providers; index numbers unnamed devices.
+    // a kind among providers; index numbers unnamed devices, and those named by an empty name=.
     static DiagDevice parseDevice(const std::string& description, std::size_t index,
                                   const DeviceProviders* providers = nullptr);
     static std::string help(const std::string& moduleName);

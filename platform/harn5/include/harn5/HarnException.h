@@ -1,5 +1,6 @@
 #pragma once
-// Exception thrown by the host library: one message naming the culprit and what would be valid.
+// Exception thrown by the host library: one message naming the culprit and what would be valid,
+// with control characters of quoted outside text shown as \xNN.
 #include <exception>
 
 #include "harn5/HarnString.h"

@@ -15,7 +15,8 @@ public:
     static std::optional<bool> parseBoolean(std::string_view text);
     static std::optional<unsigned int> parseUint32(std::string_view text);   // decimal digits only
     static std::optional<int> parseInt32(std::string_view text);             // optional '-'
-    // All texts given for one parameter, in order; throws HarnException naming the parameter.
+    // All texts given for one parameter, in order (none: the empty value); throws
+    // HarnException naming the parameter.
     static Value parse(const Parameter& parameter, const std::vector<std::string>& texts);
 };
 

@@ -1,5 +1,6 @@
 #pragma once
-// A session that cannot be used; what() reads "FILE:LINE: what is wrong; what is allowed".
+// A session that cannot be used; what() reads "FILE:LINE: what is wrong; what is allowed", with
+// control characters shown as \xNN.
 #include <stdexcept>
 #include <string>
 
