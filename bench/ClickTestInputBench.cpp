@@ -68,15 +68,6 @@ void runOnce(HWND clickTest, HWND plain)
     idle(g_move.plain, g_unhandled.plain, plain);
 }
 
-void print(const Workload& w)
-{
-    const double aim = w.changesState ? 20.0 : 2.0;
-    const double ratio = w.clickTest.mean() / w.plain.mean();
-    std::printf("%-26s %8.2f us (p99 %8.2f)  default %6.2f us (p99 %6.2f)  ratio %6.2f  aim <= %4.1f  %s\n", w.name,
-                w.clickTest.mean(), w.clickTest.p99(), w.plain.mean(), w.plain.p99(), ratio, aim,
-                ratio <= aim ? "met" : "MISSED");
-}
-
 }  // namespace
 
 int wmain()
@@ -95,7 +86,7 @@ int wmain()
     DestroyWindow(plain);
     std::printf("Click-test dialog mouse handlers against the default dialog procedure, %d runs:\n", kRuns);
     for (const Workload* w : {&g_left, &g_right, &g_move, &g_unhandled}) {
-        print(*w);
+        std::printf("%s", Timings::comparison(w->name, w->clickTest, w->plain, w->changesState ? 20.0 : 2.0).c_str());
     }
     return 0;
 }

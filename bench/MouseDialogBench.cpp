@@ -3,13 +3,13 @@
 #include <windows.h>
 #include <ole2.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <functional>
 #include <string>
 #include <vector>
 
 #include "KstrMouseDlg.h"
+#include "Timings.h"
 
 namespace {
 
@@ -17,40 +17,16 @@ constexpr UINT kTemplate = 102;     // the classic dialog's template
 constexpr int kRounds = 2000;        // messages of each kind per dialog
 constexpr UINT_PTR kStartTimer = 4711;
 
-struct Figures {
-    double mean = 0;
-    double p99 = 0;
-};
-
-double ticksPerMicrosecond()
+// Sends `kRounds` times the messages `make(i)` gives to `window`; each send is timed alone.
+Timings measure(HWND window, const std::function<std::vector<MSG>(int)>& make)
 {
-    LARGE_INTEGER frequency;
-    QueryPerformanceFrequency(&frequency);
-    return static_cast<double>(frequency.QuadPart) / 1e6;
-}
-
-// Sends `rounds` times the messages `make(i)` gives to `window`; each send is timed alone.
-Figures measure(HWND window, const std::function<std::vector<MSG>(int)>& make)
-{
-    std::vector<double> costs;
-    const double perMicro = ticksPerMicrosecond();
+    Timings timings;
     for (int i = 0; i < kRounds; ++i) {
         for (const MSG& m : make(i)) {
-            LARGE_INTEGER before, after;
-            QueryPerformanceCounter(&before);
-            SendMessageW(window, m.message, m.wParam, m.lParam);
-            QueryPerformanceCounter(&after);
-            costs.push_back(static_cast<double>(after.QuadPart - before.QuadPart) / perMicro);
+            timings.measure(1, [&] { SendMessageW(window, m.message, m.wParam, m.lParam); });
         }
     }
-    std::sort(costs.begin(), costs.end());
-    Figures f;
-    for (double c : costs) {
-        f.mean += c;
-    }
-    f.mean /= static_cast<double>(costs.size());
-    f.p99 = costs[costs.size() * 99 / 100];
-    return f;
+    return timings;
 }
 
 MSG message(UINT id, WPARAM w, LPARAM l) { return MSG{nullptr, id, w, l, 0, {}}; }
@@ -92,16 +68,6 @@ const Workload kWorkloads[] = {
 
 std::string g_results;
 
-void report(const Workload& w, const Figures& dialog, const Figures& plain)
-{
-    char line[256];
-    const double aim = w.changesState ? 20.0 : 2.0;
-    const double ratio = dialog.mean / plain.mean;
-    std::snprintf(line, sizeof line, "%-26s %7.2f us (p99 %7.2f)  default %6.2f us (p99 %6.2f)  ratio %5.2f  aim <= %4.1f  %s\n",
-                  w.name, dialog.mean, dialog.p99, plain.mean, plain.p99, ratio, aim, ratio <= aim ? "met" : "MISSED");
-    g_results += line;
-}
-
 INT_PTR CALLBACK plainProc(HWND, UINT, WPARAM, LPARAM) { return FALSE; }
 
 // Runs inside the classic dialog's modal loop: measures both dialogs, then closes it.
@@ -112,9 +78,9 @@ void CALLBACK runBenchmark(HWND, UINT, UINT_PTR id, DWORD)
     HWND plain = CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(kTemplate), nullptr, plainProc, 0);
     for (const Workload& w : kWorkloads) {
         const auto make = [&](HWND target) { return [&, target](int i) { return w.make(target, i); }; };
-        const Figures plainFigures = measure(plain, make(plain));
-        const Figures dialogFigures = measure(dialog, make(dialog));
-        report(w, dialogFigures, plainFigures);
+        const Timings plainTimings = measure(plain, make(plain));
+        const Timings dialogTimings = measure(dialog, make(dialog));
+        g_results += Timings::comparison(w.name, dialogTimings, plainTimings, w.changesState ? 20.0 : 2.0);
     }
     DestroyWindow(plain);
     PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
