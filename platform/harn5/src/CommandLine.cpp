@@ -3,6 +3,8 @@
 #include <cctype>
 #include <charconv>
 #include <cstdint>
+#include <filesystem>
+#include <fstream>
 #include <set>
 
 #include "harn5/HarnException.h"
@@ -78,10 +80,35 @@ std::optional<std::string> deviceKind(const std::string& description)
     return Text::trim(description.substr(0, colon));
 }
 
+// A recording must be possible before any test starts; nothing is left behind by the check.
+void checkWritable(const std::string& text)
+{
+    const std::string where = "--record \"" + text + "\": ";
+    if (text.empty()) {
+        fail(where + "the path is empty; give the session file to write");
+    }
+    const std::filesystem::path file = Text::toPath(text);
+    std::error_code error;
+    if (std::filesystem::is_directory(file, error)) {
+        fail(where + "is a folder; give the path of a session file");
+    }
+    const std::filesystem::path folder = std::filesystem::absolute(file, error).parent_path();
+    if (!std::filesystem::is_directory(folder, error)) {
+        fail(where + "its folder does not exist; give a path in an existing folder");
+    }
+    const bool existed = std::filesystem::exists(file, error);
+    if (!std::ofstream(file, std::ios::binary | std::ios::app)) {
+        fail(where + "cannot be written; give a path you may write");
+    }
+    if (!existed) {
+        std::filesystem::remove(file, error);
+    }
+}
+
 }  // namespace
 
 DiagDevice CommandLine::parseDevice(const std::string& description, std::size_t index,
-                                    const DeviceProviders* providers)
+                                    const DeviceProviders* providers, const std::string& record)
 {
     const std::string where = "--device \"" + description + "\": ";
     const std::vector<std::string> fields = Text::split(description, ',');
@@ -131,6 +158,7 @@ DiagDevice CommandLine::parseDevice(const std::string& description, std::size_t 
         request.source = Text::trim(fields.front().substr(fields.front().find(':') + 1));
         request.settings = std::move(settings);
         request.index = index;
+        request.record = record;
         const DiagDevice made = provider->makeDevice(request);
         return deviceName ? DiagDevice(HarnString(*deviceName), made.capability(), made.properties()) : made;
     }
@@ -158,6 +186,7 @@ DiagDevice CommandLine::parseDevice(const std::string& description, std::size_t 
 Options CommandLine::parse(const std::vector<std::string>& arguments, const DeviceProviders* providers)
 {
     Options options;
+    std::vector<std::string> descriptions;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         std::string option = arguments[i];
         std::optional<std::string> inlineValue;
@@ -223,10 +252,10 @@ Options CommandLine::parse(const std::vector<std::string>& arguments, const Devi
         } else if (option == "--stop-file") {
             options.stopFile = value("the path of a file whose appearance asks the test to stop");
         } else if (option == "--device") {
-            const std::string description = value("CAPABILITY+...,PROPERTY=VALUE,... or KIND:SOURCE,...");
-            if (providers != nullptr || !deviceKind(description)) {
-                options.devices.push_back(parseDevice(description, options.devices.size() + 1, providers));
-            }
+            descriptions.push_back(value("CAPABILITY+...,PROPERTY=VALUE,... or KIND:SOURCE,..."));
+        } else if (option == "--record") {
+            options.recordPath = value("the path of the session file to record a live touch device into");
+            checkWritable(options.recordPath);
         } else if (option == "--host-window") {
             options.hostWindow = parseHandle(value("a window handle"));
         } else if (option == "--os") {
@@ -239,6 +268,13 @@ Options CommandLine::parse(const std::vector<std::string>& arguments, const Devi
             fail("unknown option \"" + option + "\"; --help lists the options");
         } else {
             fail("unexpected argument \"" + option + "\"; options begin with --, --help lists them");
+        }
+    }
+    // Devices last: a live device records wherever --record says, before or after it.
+    for (const std::string& description : descriptions) {
+        if (providers != nullptr || !deviceKind(description)) {
+            options.devices.push_back(
+                parseDevice(description, options.devices.size() + 1, providers, options.recordPath));
         }
     }
     return options;
@@ -260,7 +296,11 @@ std::string CommandLine::help(const std::string& moduleName)
            "                              SynapticsTouchPad+SynapticsMouse+Mouse,SP_Handle=1\n"
            "                              capabilities: " + DeviceCapability::knownNames() + "\n"
            "  --device KIND:SOURCE        add a device of a kind the module knows, then\n"
-           "                              ,PROPERTY=VALUE pairs, e.g. touchpad:pad.session\n"
+           "                              ,PROPERTY=VALUE pairs, e.g. touchpad:pad.session,\n"
+           "                              or stick:INDEX|TEXT for a pointing stick that reports\n"
+           "                              as a mouse (--list-devices shows the indexes)\n"
+           "  --record PATH               record the session of a live touchpad or stick\n"
+           "                              into PATH, to be replayed with touchpad:PATH\n"
            "  --no-system-devices         do not look for the system's own devices\n"
            "  --lang CODE|PATH            language: a code (lang/CODE.lang beside the module)\n"
            "                              or a .lang file; default: the system's UI language\n"

@@ -451,6 +451,11 @@ std::uintptr_t Host::hostWindow() const
     return m_options.hostWindow;
 }
 
+const std::string& Host::recordPath() const
+{
+    return m_options.recordPath;
+}
+
 const Language& Host::language() const
 {
     return m_language;

@@ -1,5 +1,7 @@
 #include "padkit/DeviceRegistry.h"
 
+#include <string>
+
 namespace padkit {
 
 DeviceRegistry& DeviceRegistry::process()
@@ -29,6 +31,19 @@ std::optional<DeviceRegistry::Entry> DeviceRegistry::find(long handle) const
         return std::nullopt;
     }
     return found->second;
+}
+
+std::filesystem::path DeviceRegistry::claimRecording(const std::filesystem::path& base)
+{
+    const std::lock_guard lock(m_mutex);
+    const int claim = ++m_recordings[base];
+    if (claim == 1) {
+        return base;
+    }
+    std::filesystem::path numbered = base;
+    numbered.replace_filename(base.stem().native() + std::filesystem::path("-" + std::to_string(claim)).native() +
+                              base.extension().native());
+    return numbered;
 }
 
 }  // namespace padkit

@@ -3,6 +3,7 @@
 #include <optional>
 #include <utility>
 
+#include "LivePump.h"
 #include "ReplayPump.h"
 #include "padkit/DeviceRegistry.h"
 #include "padkit/SessionError.h"
@@ -37,24 +38,39 @@ SYNTestDevice::~SYNTestDevice() = default;
 _tagSYNStatus SYNTestDevice::Initialize(long handle)
 {
     m_pump.reset();
+    m_live.reset();
     m_announced.reset();
     m_handle = handle;
+    const auto deliver = [this](long sequence, const padkit::Packet& packet) {
+        m_announced = packet;
+        OnSynDevicePacket(sequence);
+    };
+    const std::optional<padkit::DeviceRegistry::Entry> live = padkit::DeviceRegistry::process().find(handle);
+    if (live && !live->liveDevice.empty()) {
+        _tagSYNStatus status = SYN_OK;
+        m_live = padkit::LivePump::start(*live, deliver, [this] { OnSynDeviceRemoved(); }, status);
+        if (m_live) {
+            takeRanges(m_live->description());
+        }
+        return status;
+    }
     padkit::DeviceRegistry::Entry entry;
     padkit::Session session;
     const _tagSYNStatus status = open(handle, entry, session);
     if (status != SYN_OK) {
         return status;
     }
+    takeRanges(session);
+    m_pump = padkit::ReplayPump::start(padkit::ReplayCursor(std::move(session), entry.clock, entry.loop), deliver);
+    return m_pump ? SYN_OK : SYN_NO_DELIVERY;
+}
+
+void SYNTestDevice::takeRanges(const padkit::Session& session)
+{
     xLo = session.xLo;
     xHi = session.xHi;
     yLo = session.yLo;
     yHi = session.yHi;
-    m_pump = padkit::ReplayPump::start(padkit::ReplayCursor(std::move(session), entry.clock, entry.loop),
-                                       [this](long sequence, const padkit::Packet& packet) {
-                                           m_announced = packet;
-                                           OnSynDevicePacket(sequence);
-                                       });
-    return m_pump ? SYN_OK : SYN_NO_DELIVERY;
 }
 
 long SYNTestDevice::OnSynDevicePacket(long)
@@ -103,6 +119,9 @@ bool SYNTestDevice::fingerMotion() const
 
 bool SYNTestDevice::reaquireDevice()
 {
+    if (m_live) {
+        return m_live->reacquire();
+    }
     if (!m_pump) {
         return Initialize(m_handle) == SYN_OK;
     }
@@ -112,10 +131,9 @@ bool SYNTestDevice::reaquireDevice()
         m_pump.reset();   // the device is gone: no more packets
         return false;
     }
-    xLo = session.xLo;
-    xHi = session.xHi;
-    yLo = session.yLo;
-    yHi = session.yHi;
+    takeRanges(session);
     m_pump->reopen(std::move(session));
     return true;
 }
+
+void SYNTestDevice::OnSynDeviceRemoved() {}

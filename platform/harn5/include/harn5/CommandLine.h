@@ -17,9 +17,10 @@ public:
     static Options parse(const std::vector<std::string>& arguments,
                          const DeviceProviders* providers = nullptr);
     // "Caps+Caps,PROPERTY=VALUE,...,name=Display name", or "KIND:SOURCE,PROPERTY=VALUE,..." for
-    // a kind among providers; index numbers unnamed devices, and those named by an empty name=.
+    // a kind among providers; index numbers unnamed devices, and those named by an empty name=;
+    // record is where a live device made by a provider records its session (--record).
     static DiagDevice parseDevice(const std::string& description, std::size_t index,
-                                  const DeviceProviders* providers = nullptr);
+                                  const DeviceProviders* providers = nullptr, const std::string& record = {});
     static std::string help(const std::string& moduleName);
 };
 

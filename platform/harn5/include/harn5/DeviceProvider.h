@@ -21,6 +21,7 @@ public:
         std::string source;                                           // after it, up to the first ','
         std::vector<std::pair<std::string, std::string>> settings;   // PROPERTY=VALUE in order, trimmed
         std::size_t index = 0;                                        // numbers an unnamed device
+        std::string record;                                           // --record FILE, or empty
     };
 
     virtual ~DeviceProvider() = default;

@@ -68,6 +68,7 @@ public:
 
     // State for the dialog library and for tests.
     std::uintptr_t hostWindow() const;
+    const std::string& recordPath() const;     // --record, or empty
     const Language& language() const;
     const Report& results() const;
     std::string listing() const;               // what --list prints

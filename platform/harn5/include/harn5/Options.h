@@ -26,6 +26,7 @@ struct Options {
     bool noSystemDevices = false;
     std::uintptr_t hostWindow = 0;
     std::string os = "auto";
+    std::string recordPath;                                          // --record: a live touch device's session
 };
 
 }  // namespace harn5

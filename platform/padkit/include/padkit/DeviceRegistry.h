@@ -1,10 +1,12 @@
 #pragma once
 // The process's touch devices: a handle (the device's SP_Handle) names a recorded session to
-// replay. The host registers devices from its command line; the wrapper finds them by handle.
+// replay, or a live device of the machine. The host registers devices from its command line and
+// from Raw Input; the wrapper finds them by handle.
 #include <filesystem>
 #include <map>
 #include <mutex>
 #include <optional>
+#include <string>
 
 #include "padkit/ReplayClock.h"
 #include "padkit/SynDeviceType.h"
@@ -18,6 +20,8 @@ public:
         std::filesystem::path session;   // opened afresh by every Initialize and re-acquire
         ReplayClock clock;
         bool loop = false;
+        std::string liveDevice;           // a live device's interface path; empty: a session
+        std::filesystem::path record;     // where a live device's packets are recorded; empty: nowhere
     };
 
     DeviceRegistry() = default;
@@ -30,11 +34,15 @@ public:
     long add(const Entry& entry);
     void remove(long handle);
     std::optional<Entry> find(long handle) const;
+    // Where the next recording asked for at base goes: base itself the first time, then base
+    // with -2, -3... before its extension, so that no run overwrites another's recording.
+    std::filesystem::path claimRecording(const std::filesystem::path& base);
 
 private:
     mutable std::mutex m_mutex;
     std::map<long, Entry> m_entries;
     long m_lastHandle = 0;
+    std::map<std::filesystem::path, int> m_recordings;   // claims per base path
 };
 
 }  // namespace padkit

@@ -9,8 +9,10 @@
 
 #include "padkit/Packet.h"
 #include "padkit/SYNStatus.h"
+#include "padkit/Session.h"
 
 namespace padkit {
+class LivePump;
 class ReplayPump;
 }
 
@@ -43,6 +45,10 @@ public:
     // false when it cannot be opened, and then no more packets arrive.
     bool reaquireDevice();
 
+    // Called once when a live device is removed or stops answering: no more packets arrive.
+    // The default does nothing.
+    virtual void OnSynDeviceRemoved();
+
 protected:
     std::int32_t xLo = 0;
     std::int32_t xHi = 0;
@@ -55,8 +61,11 @@ protected:
     std::int32_t stickY = 0;
 
 private:
+    void takeRanges(const padkit::Session& session);
+
     long m_handle;
-    std::unique_ptr<padkit::ReplayPump> m_pump;
+    std::unique_ptr<padkit::ReplayPump> m_pump;   // a recorded session
+    std::unique_ptr<padkit::LivePump> m_live;     // or a device of this machine
     std::optional<padkit::Packet> m_announced;   // the packet last announced
     padkit::Packet m_read;                       // the packet last read
 };

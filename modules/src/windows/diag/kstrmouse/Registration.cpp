@@ -5,6 +5,7 @@
 
 #include "KstrMouse.h"
 #include "harn5/Host.h"
+#include "padkit/LiveDeviceSource.h"
 #include "padkit/SessionDeviceProvider.h"
 #include "synaptics/synaptics.h"
 
@@ -89,6 +90,10 @@ namespace {
 // Recorded touchpad and TrackPoint sessions become host devices (--device touchpad:FILE).
 [[maybe_unused]] const bool padkitDevices =
     (padkit::SessionDeviceProvider::registerWith(harn5::Host::process()), true);
+
+// The machine's own mice, touchpads and pointing sticks, after the system mouse, and the
+// pointing sticks named on the command line (--device stick:INDEX).
+[[maybe_unused]] const bool liveDevices = (padkit::LiveDeviceSource::registerWith(harn5::Host::process()), true);
 
 }  // namespace
 

@@ -1,0 +1,30 @@
+#pragma once
+// Turns a precision touchpad's decoded reports into the packets its test reads: the first
+// contact's position with the high Y at the top (as the recorded sessions have it), a finger
+// width on the 0-15 scale, motion against the previous packet, and the buttons. A pad with one
+// button under its whole surface (a clickpad) gives a right click the way Windows does: with two
+// fingers down, or in the bottom right corner.
+#include <cstdint>
+
+#include "padkit/Packet.h"
+#include "rawkit/Reports.h"
+
+namespace padkit {
+
+class TouchPacketBuilder {
+public:
+    static constexpr std::int32_t kDefaultWidth = 5;   // a fingertip, where the pad reports no width
+
+    explicit TouchPacketBuilder(const rawkit::TouchLayout& layout);
+
+    Packet build(const rawkit::TouchSample& sample, std::int64_t timeMs);
+
+private:
+    bool inRightClickZone(std::int32_t x, std::int32_t y) const;
+    std::int32_t width(const rawkit::TouchSample& sample) const;
+
+    rawkit::TouchLayout m_layout;
+    Packet m_previous;
+};
+
+}  // namespace padkit
