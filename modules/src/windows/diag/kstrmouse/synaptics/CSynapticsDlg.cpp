@@ -6,6 +6,7 @@
 #include "Registration.h"
 #include "harn5/DiagModule.h"
 #include "ksx/Log.h"
+#include "ksx/OStream.h"
 #include "padkit/SynapticsHelper.h"
 #include "resource.h"
 
@@ -27,6 +28,7 @@ constexpr int kLineNotSupported = 170;
 constexpr int kLineTestFailed = 333;
 constexpr int kLineResume = 359;
 constexpr int kLineReacquireFailed = 361;
+constexpr int kLineDeviceRemoved = 380;
 
 constexpr UINT_PTR kStatusTimer = 1;
 constexpr UINT kStatusPeriodMs = 200;
@@ -58,6 +60,7 @@ BEGIN_MESSAGE_MAP(CSynapticsDlg, KSXDialog)
     ON_BN_CLICKED(IDC_SYN_PASS, &CSynapticsDlg::OnBnClickedPass)
     ON_BN_CLICKED(IDC_SYN_FAIL, &CSynapticsDlg::OnBnClickedFail)
     ON_MESSAGE(WM_SYN_PACKET, &CSynapticsDlg::OnSynPacket)
+    ON_MESSAGE(WM_SYN_DEVICE_REMOVED, &CSynapticsDlg::OnSynDeviceRemoved)
 END_MESSAGE_MAP()
 
 CSynapticsDlg::CSynapticsDlg(long synHandle, bool bThreeButtonDisplay)
@@ -272,5 +275,17 @@ LRESULT CSynapticsDlg::OnSynPacket(WPARAM, LPARAM)
     } else if (policy == DisabledUntilStarted) {
         GetDlgItem(IDC_SYN_PASS)->EnableWindow(TRUE);
     }
+    return 0;
+}
+
+LRESULT CSynapticsDlg::OnSynDeviceRemoved(WPARAM, LPARAM)
+{
+    const char* what = m_synCtrlType == SynDeviceTrackpoint ? "pointing stick" : "touchpad";
+    KSX_LOG(s_log, kLogger, PRIORITY_WARNING, kLineDeviceRemoved,
+            ksx::String("The ") + what + " under test was removed.");
+    ksx::cerr << "The " << what << " under test was removed or stopped answering: the test ends with FAIL."
+              << ksx::endl;
+    m_result = TestResult::FAIL();
+    EndDialog(IDABORT);
     return 0;
 }

@@ -38,6 +38,8 @@ protected:
     afx_msg void OnBnClickedFail();
     // WM_SYN_PACKET from the device control: may release Pass.
     afx_msg LRESULT OnSynPacket(WPARAM wParam, LPARAM lParam);
+    // WM_SYN_DEVICE_REMOVED from the device control: the run ends with FAIL.
+    afx_msg LRESULT OnSynDeviceRemoved(WPARAM wParam, LPARAM lParam);
 
     DECLARE_MESSAGE_MAP()
 

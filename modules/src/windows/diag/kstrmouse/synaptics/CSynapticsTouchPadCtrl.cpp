@@ -48,6 +48,13 @@ int CSynapticsTouchPadCtrl::OnCreate(LPCREATESTRUCT lpCreateStruct)
     return CWnd::OnCreate(lpCreateStruct);
 }
 
+void CSynapticsTouchPadCtrl::OnSynDeviceRemoved()
+{
+    if (const HWND hParent = ::GetParent(m_hWnd)) {
+        ::PostMessageW(hParent, WM_SYN_DEVICE_REMOVED, 0, 0);
+    }
+}
+
 long CSynapticsTouchPadCtrl::OnSynDevicePacket(long sequence)
 {
     const long result = SYNTestDevice::OnSynDevicePacket(sequence);

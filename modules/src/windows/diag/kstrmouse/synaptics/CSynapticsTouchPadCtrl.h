@@ -19,6 +19,8 @@ public:
 
     // Called by the device wrapper for every packet, on the window's thread.
     long OnSynDevicePacket(long sequence) override;
+    // Called by the device wrapper when the live device is gone: tells the parent.
+    void OnSynDeviceRemoved() override;
 
     bool isFingerPresent() override;
     // The middle button counts as both left and right.

@@ -68,6 +68,13 @@ void CSynapticsTrackpointCtrl::OnTimer(UINT_PTR nIDEvent)
     CWnd::OnTimer(nIDEvent);
 }
 
+void CSynapticsTrackpointCtrl::OnSynDeviceRemoved()
+{
+    if (const HWND hParent = ::GetParent(m_hWnd)) {
+        ::PostMessageW(hParent, WM_SYN_DEVICE_REMOVED, 0, 0);
+    }
+}
+
 long CSynapticsTrackpointCtrl::OnSynDevicePacket(long sequence)
 {
     const long result = SYNTestDevice::OnSynDevicePacket(sequence);

@@ -21,6 +21,8 @@ public:
 
     // Called by the device wrapper for every packet, on the window's thread.
     long OnSynDevicePacket(long sequence) override;
+    // Called by the device wrapper when the live device is gone: tells the parent.
+    void OnSynDeviceRemoved() override;
 
     // A stick has no finger to lift: always true.
     bool isFingerPresent() override;

@@ -5,6 +5,8 @@
 
 // Posted by a device control to its parent after every device packet; both parameters 0.
 constexpr UINT WM_SYN_PACKET = WM_USER + 39;
+// Posted by a device control to its parent once its live device is removed or stops answering.
+constexpr UINT WM_SYN_DEVICE_REMOVED = WM_USER + 40;
 
 // No destructor of its own: a control is deleted through its window class.
 class ISynapticsControl {
