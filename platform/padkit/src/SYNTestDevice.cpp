@@ -5,11 +5,17 @@
 
 #include "LivePump.h"
 #include "ReplayPump.h"
+#include "ksx/Log.h"
 #include "padkit/DeviceRegistry.h"
 #include "padkit/SessionError.h"
 #include "padkit/SessionParser.h"
+#include "padkit/SessionWriter.h"
 
 namespace {
+
+ksx::Logger* s_log = nullptr;  // "padkit"
+constexpr const char* kLogger = "padkit";
+constexpr int kLinePacket = 60;
 
 // The session registered under the handle, opened afresh; the reason when that fails.
 _tagSYNStatus open(long handle, padkit::DeviceRegistry::Entry& entry, padkit::Session& session)
@@ -42,6 +48,9 @@ _tagSYNStatus SYNTestDevice::Initialize(long handle)
     m_announced.reset();
     m_handle = handle;
     const auto deliver = [this](long sequence, const padkit::Packet& packet) {
+        // Each packet as a session line: a live run and the replay of its recording trace alike.
+        KSX_LOG(s_log, kLogger, ksx::LoggerPriority::PRIORITY_TRACE, kLinePacket,
+                "packet " + sequence + ": " + padkit::SessionWriter::packetFields(packet).c_str());
         m_announced = packet;
         OnSynDevicePacket(sequence);
     };

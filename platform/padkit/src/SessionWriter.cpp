@@ -72,6 +72,11 @@ std::string SessionWriter::headerText(const Session& header, const std::string& 
 
 std::string SessionWriter::packetLine(const Packet& packet)
 {
+    return packetFields(packet) + '\n';
+}
+
+std::string SessionWriter::packetFields(const Packet& packet)
+{
     std::string buttons;
     buttons += packet.left ? "L" : "";
     buttons += packet.right ? "R" : "";
@@ -79,7 +84,7 @@ std::string SessionWriter::packetLine(const Packet& packet)
     std::ostringstream line;
     line << packet.timeMs << ' ' << (packet.finger ? 1 : 0) << ' ' << packet.x << ' ' << packet.y << ' '
          << packet.width << ' ' << (packet.motion ? 1 : 0) << ' ' << packet.stickX << ' ' << packet.stickY << ' '
-         << (buttons.empty() ? "-" : buttons) << '\n';
+         << (buttons.empty() ? "-" : buttons);
     return line.str();
 }
 

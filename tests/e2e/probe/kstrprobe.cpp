@@ -6,6 +6,9 @@
 // kstrprobe --serve answers the same questions, one per line of standard input
 // ("TITLE-PREFIX<TAB>ID ID..."), each answer ended by a line "."; "!" stands for a missing window.
 // Starting a Wine process takes seconds, so a test keeps one server for all its questions.
+// kstrprobe --unplug-pointer tells every raw-input receiver window that the machine's raw mice
+// were removed, as the system does when a device is unplugged (no device can be unplugged here);
+// it exits 1 when no receiver heard it.
 #include <windows.h>
 
 #include <cstdio>
@@ -99,10 +102,34 @@ int serve()
     return 0;
 }
 
+int unplugPointer()
+{
+    UINT count = 0;
+    GetRawInputDeviceList(nullptr, &count, sizeof(RAWINPUTDEVICELIST));
+    std::vector<RAWINPUTDEVICELIST> devices(count);
+    count = GetRawInputDeviceList(devices.data(), &count, sizeof(RAWINPUTDEVICELIST));
+    int told = 0;
+    for (HWND receiver = nullptr;
+         (receiver = FindWindowExW(HWND_MESSAGE, receiver, L"rawkitReceiver", nullptr)) != nullptr;) {
+        for (UINT i = 0; i < count && i < devices.size(); ++i) {
+            if (devices[i].dwType == RIM_TYPEMOUSE) {
+                SendMessageW(receiver, WM_INPUT_DEVICE_CHANGE, GIDC_REMOVAL,
+                             reinterpret_cast<LPARAM>(devices[i].hDevice));
+                ++told;
+            }
+        }
+    }
+    std::printf("%d\n", told);
+    return told > 0 ? 0 : 1;
+}
+
 }  // namespace
 
 int wmain(int argc, wchar_t** argv)
 {
+    if (argc == 2 && std::wcscmp(argv[1], L"--unplug-pointer") == 0) {
+        return unplugPointer();
+    }
     if (argc == 2 && std::wcscmp(argv[1], L"--serve") == 0) {
         return serve();
     }

@@ -22,7 +22,8 @@ public:
     bool good() const;
 
     static std::string headerText(const Session& header, const std::string& comment);
-    static std::string packetLine(const Packet& packet);
+    static std::string packetLine(const Packet& packet);     // packetFields and the line end
+    static std::string packetFields(const Packet& packet);
 
 private:
     explicit SessionWriter(const std::filesystem::path& file);
