@@ -11,6 +11,7 @@ sys.path.insert(0, str(Path(__file__).resolve().parent))
 from kstrclick import ClickTestRun  # noqa: E402
 from kstrdrive import ALL_CHECKS, PASS_BUTTON, TITLE, MouseTestRun  # noqa: E402
 from kstrsession import Session  # noqa: E402
+from kstrstick import LiveStickRun  # noqa: E402
 
 
 def main(bin_dir, out_dir):
@@ -51,6 +52,18 @@ def main(bin_dir, out_dir):
         record(["--test", "MouseInteractiveTest", "--param", "TestGamingButtons=true", "--report",
                 str(click.report)], f"{output}\nreport verdict: {verdict['verdict']}, events: {verdict['events']}")
 
+        # The pointer tested as a pointing stick through Raw Input, recorded, and replayed.
+        stick_dir = out / "live-stick"
+        stick_dir.mkdir()
+        recording = stick_dir / "stick.session"
+        stick = LiveStickRun(session, stick_dir, "--record", str(recording), shots=out)
+        transcript.append(f"  [live stick] Pass enabled after pushes and clicks: {stick.push_and_click()}")
+        verdict, output = stick.result()
+        record(["--test", "TrackPointTest", "--device", "stick:0", "--record", str(recording), "--report",
+                str(stick.report)], f"{output}\nreport verdict: {verdict['verdict']}, device: {verdict['device']['name']}")
+        transcript.append(f"  [replay] {recording} holds "
+                          f"{sum(1 for line in recording.read_text().splitlines() if line[:1].isdigit())} packets")
+
         done = session.run("--test", "MouseTest", "--param", "bRequireAllButtons=perhaps")
         record(["--test", "MouseTest", "--param", "bRequireAllButtons=perhaps"],
                f"{done.stdout}{done.stderr}[exit status {done.returncode}]")
@@ -58,7 +71,7 @@ def main(bin_dir, out_dir):
     (out / "transcript.txt").write_text("\n".join(transcript), encoding="utf-8")
     print("\n".join(transcript))
     print(f"Demo output in {out}: transcript.txt, report.json, kstrmouse.log, mouse-test-*.png, "
-          "click-test/report.json, click-gaming-*.png")
+          "click-test/report.json, click-gaming-*.png, live-stick/ (report and recording), live-stick.png")
 
 
 if __name__ == "__main__":
