@@ -70,6 +70,17 @@ def case_unplugged_stick_ends_the_run_with_fail(s, tmp):
     check("pointing stick under test was removed" in output, output)
 
 
+def case_list_devices_shows_the_pointer(s, tmp):
+    done = s.run("--list-devices")
+    lines = done.stdout.splitlines()
+    check(done.returncode == 0 and lines[0].startswith("Devices"), f"exit {done.returncode}\n{done.stdout}{done.stderr}")
+    pointer = [line for line in lines if line.startswith("  0  mouse  Mouse 0 (845E:0001)  845E:0001  \\\\?\\HID#VID_845E")]
+    check(len(pointer) == 1 and "buttons 5" in pointer[0] and "offered as Mouse" in pointer[0], done.stdout)
+    understood = lines[lines.index(pointer[0]) + 1]
+    check("VID=845E (hex16)" in understood and "HorizontalWheel=" in understood, understood)
+    check(any("System mouse" in line for line in lines), done.stdout)
+
+
 def case_bad_live_devices_are_refused_before_any_dialog(s, tmp):
     missing = tmp / "no" / "such" / "folder" / "x.session"
     cases = [

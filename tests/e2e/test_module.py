@@ -12,6 +12,7 @@ from kstrsession import run_case  # noqa: E402
 
 EXITED_ABNORMALLY = 7
 CANNOT_RUN = 4
+SESSIONS = Path(__file__).resolve().parents[2] / "resources" / "padkit-sessions"
 
 TESTS_IN_ORDER = ["TouchpadTest", "TrackPointTest", "MouseInteractiveTest", "MouseTest"]
 PARAMS_IN_ORDER = ["ExcludedThreeButtonDisplayByPnPID", "bDisablePassUntilFinished", "bDisablePassUntilStarted",
@@ -79,6 +80,11 @@ def case_bad_input_is_refused_clearly(s, tmp):
         (["--test"], "--test"),
         (["--frobnicate"], "--frobnicate"),
         (["--test", "TouchpadTest", "--device", "NoSuchCapability,SP_Handle=1"], "NoSuchCapability"),
+        # A property the touch tests read is checked before the mouse test's dialog could open.
+        (["--test", "MouseTest", "--test", "TouchpadTest", "--device",
+          f"touchpad:{SESSIONS / 'touchpad-complete.session'},SP_Handle=abc"], "SP_Handle \"abc\" is not a decimal"),
+        (["--test", "MouseTest", "--test", "TouchpadTest", "--device",
+          f"touchpad:{SESSIONS / 'touchpad-complete.session'},SP_Hanlde=3"], "did you mean SP_Handle"),
     ]
     for args, culprit in cases:
         report = tmp / "refused.json"

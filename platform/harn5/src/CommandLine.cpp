@@ -218,6 +218,9 @@ Options CommandLine::parse(const std::vector<std::string>& arguments, const Devi
         } else if (option == "--list") {
             flag();
             options.list = true;
+        } else if (option == "--list-devices") {
+            flag();
+            options.listDevices = true;
         } else if (option == "--no-system-devices") {
             flag();
             options.noSystemDevices = true;
@@ -286,6 +289,7 @@ std::string CommandLine::help(const std::string& moduleName)
            "Runs the module's diagnostic tests and reports their verdicts.\n"
            "\n"
            "  --list                      show the tests, parameters, events and text keys\n"
+           "  --list-devices              show the devices the tests can run on\n"
            "  --test NAME                 run a test; repeat to run several, or one twice\n"
            "  --param NAME=VALUE          set a parameter of the chosen tests; BOOLEAN takes\n"
            "                              true/false/1/0/yes/no, UINT32 0..4294967295,\n"

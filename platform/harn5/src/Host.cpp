@@ -150,6 +150,7 @@ int Host::start()
     m_startTime = std::chrono::steady_clock::now();
     m_stopRequested = false;
     m_options = parseAndValidate();
+    buildDeviceList();
     configureLogging(m_options);
     loadLanguage(m_options.language);
     m_stopFile = m_options.stopFile.empty() ? std::filesystem::path() : Text::toPath(m_options.stopFile);
@@ -168,6 +169,9 @@ int Host::start()
     if (m_options.list) {
         *m_out << listing() << std::flush;
     }
+    if (m_options.listDevices) {
+        *m_out << deviceListing() << std::flush;
+    }
     int status = 0;
     for (const std::string& name : m_options.tests) {
         runTest(*findTest(name), status);
@@ -180,8 +184,8 @@ int Host::start()
 Options Host::parseAndValidate()
 {
     Options options = CommandLine::parse(m_arguments, &m_providers);
-    if (options.tests.empty() && !options.list && !options.help) {
-        fail("no test given; --list shows the tests, --help the options");
+    if (options.tests.empty() && !options.list && !options.listDevices && !options.help) {
+        fail("no test given; --list shows the tests, --list-devices the devices, --help the options");
     }
     for (const std::string& name : options.tests) {
         if (findTest(name) == nullptr) {
@@ -315,9 +319,17 @@ std::vector<DiagDevice> Host::devices() const
     return found;
 }
 
+void Host::buildDeviceList()
+{
+    m_devices = devices();
+    for (const DiagDevice& device : m_devices) {
+        m_propertyTypes.check(device);
+    }
+}
+
 void Host::runTest(const Test& test, int& status)
 {
-    const std::vector<DiagDevice> all = devices();
+    const std::vector<DiagDevice>& all = m_devices;
     std::vector<const DiagDevice*> fitting;
     std::size_t excluded = 0;
     for (const DiagDevice& device : all) {
@@ -440,6 +452,11 @@ void Host::addDeviceProvider(const std::string& kind, std::unique_ptr<DeviceProv
     m_providers[kind] = std::move(provider);
 }
 
+void Host::declareDeviceProperty(const std::string& name, DevicePropertyTypes::Type type)
+{
+    m_propertyTypes.declare(name, type);
+}
+
 void Host::setOutput(std::ostream& out, std::ostream& err)
 {
     m_out = &out;
@@ -494,6 +511,30 @@ std::string Host::listing() const
     text += "Text keys:\n";
     for (const auto& key : m_texts) {
         text += "  " + key->key().utf8() + "\n";
+    }
+    return text;
+}
+
+std::string Host::deviceListing() const
+{
+    const auto field = [](const DiagDevice& device, const char* name, const char* absent = "-") {
+        const DeviceProperty* property = device.property(HarnString(name));
+        return property == nullptr ? std::string(absent) : property->text().utf8();
+    };
+    std::string text = "Devices (INDEX is what --device stick:INDEX takes):\n";
+    for (const DiagDevice& device : m_devices) {
+        const std::string vid = field(device, "VID", "");
+        const std::string pid = field(device, "PID", "");
+        const std::string wheel = field(device, "HorizontalWheel", "");
+        text += "  " + field(device, "Index") + "  " + field(device, "Kind") + "  " + device.name().utf8() + "  " +
+                (vid.empty() || pid.empty() ? "-" : vid + ":" + pid) + "  " + field(device, "InterfacePath") +
+                "  buttons " + field(device, "Buttons") + ", sample rate " + field(device, "SampleRate") +
+                ", horizontal wheel " + (wheel.empty() ? "-" : Value(HarnString(wheel)).valueBool() ? "yes" : "no") +
+                "  offered as " + (device.capability().empty() ? "nothing" : device.capability().toString()) + "\n" +
+                "      " + m_propertyTypes.understood(device) + "\n";
+    }
+    if (m_devices.empty()) {
+        text += "  none\n";
     }
     return text;
 }

@@ -68,6 +68,9 @@ Host& ProcessEnvironment::configure(Host& host)
     host.setLanguageFolder(moduleFolder() / "lang");
     host.setUserLanguage(userLanguage());
     host.addDeviceSource(std::make_unique<SystemMouseSource>());
+    for (const char* name : {"Buttons", "WheelPresent", "ButtonsSwapped"}) {
+        host.declareDeviceProperty(name, DevicePropertyTypes::Type::Uint32);
+    }
     // The host is made at the first registration, long before start(): taking the log options now
     // lets the module's earliest traces obey them. Bad options are left for start() to report.
     try {

@@ -30,9 +30,10 @@ LiveDeviceCatalog::LiveDeviceCatalog(DeviceRegistry& registry, std::filesystem::
 {
 }
 
-std::vector<harn5::DeviceProperty> LiveDeviceCatalog::properties(const rawkit::DeviceInfo& device)
+std::vector<harn5::DeviceProperty> LiveDeviceCatalog::properties(const rawkit::DeviceInfo& device, std::size_t index)
 {
     std::vector<harn5::DeviceProperty> properties{
+        property("Index", std::to_string(index)),
         property("Kind", rawkit::kindName(device.kind)),
         property("InterfacePath", device.path),
         property("SP_PnPID", device.hardwareId),
@@ -47,6 +48,21 @@ std::vector<harn5::DeviceProperty> LiveDeviceCatalog::properties(const rawkit::D
     properties.push_back(property("SampleRate", std::to_string(device.sampleRate)));
     properties.push_back(property("HorizontalWheel", device.horizontalWheel ? "true" : "false"));
     return properties;
+}
+
+void LiveDeviceCatalog::declareProperties(harn5::Host& host)
+{
+    using Type = harn5::DevicePropertyTypes::Type;
+    for (const char* name : {"Kind", "InterfacePath", "SP_PnPID"}) {
+        host.declareDeviceProperty(name, Type::Text);
+    }
+    for (const char* name : {"Index", "Buttons", "SampleRate"}) {
+        host.declareDeviceProperty(name, Type::Uint32);
+    }
+    host.declareDeviceProperty("VID", Type::Hex16);
+    host.declareDeviceProperty("PID", Type::Hex16);
+    host.declareDeviceProperty("HorizontalWheel", Type::Boolean);
+    host.declareDeviceProperty("SP_Handle", Type::Int32);
 }
 
 std::string LiveDeviceCatalog::displayName(const rawkit::DeviceInfo& device, std::size_t index)
@@ -66,7 +82,7 @@ harn5::DiagDevice LiveDeviceCatalog::touchDevice(const rawkit::DeviceInfo& devic
     entry.type = kind == rawkit::DeviceKind::Touchpad ? SynDeviceTouchPad : SynDeviceTrackpoint;
     entry.liveDevice = device.path;
     entry.record = m_record;
-    std::vector<harn5::DeviceProperty> found = properties(described);
+    std::vector<harn5::DeviceProperty> found = properties(described, index);
     found.push_back(property("SP_Handle", std::to_string(m_registry.add(entry))));
     const harn5::DeviceCapability capability =
         harn5::DeviceCapability::Mouse() | harn5::DeviceCapability::SynapticsMouse() |
@@ -88,7 +104,7 @@ std::vector<harn5::DiagDevice> LiveDeviceCatalog::describe(const std::vector<raw
         switch (device.kind) {
         case rawkit::DeviceKind::Mouse:
             described.emplace_back(harn5::HarnString(displayName(device, index)), harn5::DeviceCapability::Mouse(),
-                                   properties(device));
+                                   properties(device, index));
             break;
         case rawkit::DeviceKind::Touchpad:
         case rawkit::DeviceKind::PointingStick:
@@ -100,7 +116,7 @@ std::vector<harn5::DiagDevice> LiveDeviceCatalog::describe(const std::vector<raw
             break;
         case rawkit::DeviceKind::Other:
             described.emplace_back(harn5::HarnString(displayName(device, index)), harn5::DeviceCapability(),
-                                   properties(device));
+                                   properties(device, index));
             break;
         }
     }

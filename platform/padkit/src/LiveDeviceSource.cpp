@@ -17,6 +17,7 @@ LiveDeviceSource::LiveDeviceSource(const harn5::Host& host) : m_host(host) {}
 
 void LiveDeviceSource::registerWith(harn5::Host& host)
 {
+    LiveDeviceCatalog::declareProperties(host);
     host.addDeviceSource(std::make_unique<LiveDeviceSource>(host));
     host.addDeviceProvider("stick", std::make_unique<StickDeviceProvider>(
                                         [] { return rawkit::RawInputDevices::enumerate(knownSticks()); },

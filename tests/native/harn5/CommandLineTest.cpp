@@ -118,7 +118,7 @@ TEST(BadInput, IsRefusedWithOneMessageNamingCulpritAndRemedy)
         {{"--list", "--log-file", "/nonexistent/dir/x.log"}, {"x.log"}},
         {{"--list", "--report", "/nonexistent/dir/r.json"}, {"r.json"}},
         {{"--test", "MouseTest", "--device", "Mouse+Keyboard"}, {"Keyboard", "SynapticsTouchPad"}},
-        {{}, {"no test given; --list shows the tests, --help the options"}},
+        {{}, {"no test given; --list shows the tests, --list-devices the devices, --help the options"}},
     };
     for (const Case& c : cases) {
         HostHarness harness;

@@ -13,6 +13,7 @@
 
 #include "harn5/DataType.h"
 #include "harn5/DeviceCapability.h"
+#include "harn5/DevicePropertyTypes.h"
 #include "harn5/DeviceProvider.h"
 #include "harn5/DeviceSource.h"
 #include "harn5/DiagDevice.h"
@@ -64,6 +65,8 @@ public:
     void addDeviceSource(std::unique_ptr<DeviceSource> source);
     // Lets "--device KIND:SOURCE,..." make a device of that kind; a later one replaces it.
     void addDeviceProvider(const std::string& kind, std::unique_ptr<DeviceProvider> provider);
+    // A device property that something reads with this type: devices are checked against it.
+    void declareDeviceProperty(const std::string& name, DevicePropertyTypes::Type type);
     void setOutput(std::ostream& out, std::ostream& err);
 
     // State for the dialog library and for tests.
@@ -72,6 +75,7 @@ public:
     const Language& language() const;
     const Report& results() const;
     std::string listing() const;               // what --list prints
+    std::string deviceListing() const;         // what --list-devices prints
 
     // Called from the structured-exception filter while a test runs: records the running run
     // as ended abnormally with that text, writes the report and the line on stderr.
@@ -86,6 +90,8 @@ private:
     void assignParameters(const Options& options);
     void loadLanguage(const std::string& choice);
     std::vector<DiagDevice> devices() const;
+    // The devices once, checked, before any test runs.
+    void buildDeviceList();
     void runTest(const Test& test, int& status);
     TestResult runOnDevice(const Test& test, const DiagDevice& device);
     std::string versionText() const;
@@ -109,6 +115,8 @@ private:
     std::string m_userLanguage;
     std::vector<std::unique_ptr<DeviceSource>> m_sources;
     DeviceProviders m_providers;
+    DevicePropertyTypes m_propertyTypes;
+    std::vector<DiagDevice> m_devices;
     std::ostream* m_out;
     std::ostream* m_err;
 

@@ -12,6 +12,7 @@ namespace harn5 {
 
 struct Options {
     bool list = false;
+    bool listDevices = false;
     bool help = false;
     std::vector<std::string> tests;                                  // in order, repeats kept
     std::vector<std::pair<std::string, std::string>> parameters;     // NAME, VALUE as given

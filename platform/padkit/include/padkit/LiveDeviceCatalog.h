@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "harn5/DiagDevice.h"
+#include "harn5/Host.h"
 #include "padkit/DeviceRegistry.h"
 #include "rawkit/DeviceInfo.h"
 
@@ -24,7 +25,10 @@ public:
     // The device at index (its place among the machine's pointing devices) as a pointing stick.
     harn5::DiagDevice stick(const rawkit::DeviceInfo& device, std::size_t index);
 
-    static std::vector<harn5::DeviceProperty> properties(const rawkit::DeviceInfo& device);
+    // What the system says of the device at index, and the index (what stick:INDEX takes).
+    static std::vector<harn5::DeviceProperty> properties(const rawkit::DeviceInfo& device, std::size_t index);
+    // Declares the properties' types to the host.
+    static void declareProperties(harn5::Host& host);
     // "Mouse 0 (845E:0001)": the kind, the index and the VID:PID or hardware id.
     static std::string displayName(const rawkit::DeviceInfo& device, std::size_t index);
 

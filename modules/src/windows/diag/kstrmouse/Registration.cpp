@@ -91,6 +91,16 @@ namespace {
 [[maybe_unused]] const bool padkitDevices =
     (padkit::SessionDeviceProvider::registerWith(harn5::Host::process()), true);
 
+// The touch tests read these properties; a device whose values they would misread is refused
+// before any test runs.
+[[maybe_unused]] const bool touchDeviceProperties = [] {
+    harn5::Host& host = harn5::Host::process();
+    host.declareDeviceProperty("SP_Handle", harn5::DevicePropertyTypes::Type::Int32);
+    host.declareDeviceProperty("SP_PnPID", harn5::DevicePropertyTypes::Type::Text);
+    host.declareDeviceProperty("SynapticsBlacklistVersion", harn5::DevicePropertyTypes::Type::Text);
+    return true;
+}();
+
 // The machine's own mice, touchpads and pointing sticks, after the system mouse, and the
 // pointing sticks named on the command line (--device stick:INDEX).
 [[maybe_unused]] const bool liveDevices = (padkit::LiveDeviceSource::registerWith(harn5::Host::process()), true);
