@@ -185,21 +185,31 @@ def case_run_survives_each_failure(s, tmp):
     expectations = [
         ("ThrowCoreException", EXITED_ABNORMALLY, "Exception: ksx::Exception: core failure for the test"),
         ("ThrowHostException", EXITED_ABNORMALLY, "HarnException: host failure for the test"),
-        ("ThrowOtherException", 0, None),
+        ("ThrowOtherException", EXITED_ABNORMALLY, "ThrowOtherException ended abnormally: exception: neither"),
         ("FailAssertion", EXITED_ABNORMALLY, "FaultTests:42"),
     ]
     for test, status, text in expectations:
         done = s.run("--test", test, "--report", str(report), cwd=folder, exe="./kstrmouse_faults.kmx")
         check(done.returncode == status, f"{test}: exit {done.returncode}, wanted {status}: {done.stderr}")
-        if text:
-            check(text in done.stderr, f"{test}: {text!r} not on the error stream:\n{done.stderr}")
-        else:
-            check(not done.stderr.strip(), f"{test}: expected silence, got:\n{done.stderr}")
+        check(text in done.stderr, f"{test}: {text!r} not on the error stream:\n{done.stderr}")
         run = read_report(report)["runs"][0]
         check(run["test"] == test, f"{test}: report lost the run: {run}")
     crashed = read_report(report)["runs"][0]
     check(crashed["verdict"] == "EXITEDABNORMALLY" and "0x00000007" in crashed.get("exception", ""),
           f"assertion not recorded: {crashed}")
+
+
+def case_unexpected_exception_leaves_the_next_test_running(s, tmp):
+    folder = faults_copy(tmp)
+    report = tmp / "report.json"
+    done = s.run("--test", "ThrowOtherException", "--test", "TouchpadTest", "--device",
+                 f"touchpad:{SESSIONS / 'touchpad-blacklisted.session'}", "--report", str(report),
+                 cwd=folder, exe="./kstrmouse_faults.kmx")
+    runs = read_report(report)["runs"]
+    check([(r["test"], r["verdict"]) for r in runs] == [("ThrowOtherException", "EXITEDABNORMALLY"),
+                                                        ("TouchpadTest", "WARN")], f"{runs}\n{done.stderr}")
+    check(done.returncode == EXITED_ABNORMALLY, f"exit {done.returncode}")
+    check("TouchpadTest" in done.stdout and "WARN" in done.stdout, f"no summary line:\n{done.stdout}")
 
 
 def case_failed_graphics_startup_goes_on(s, tmp):
@@ -210,7 +220,7 @@ def case_failed_graphics_startup_goes_on(s, tmp):
     text = log.read_text(encoding="utf-8")
     check("114 moduleInit()::GdiplusStartup() call failed" in text, f"no start-up failure logged:\n{text}")
     check(read_report(report)["runs"][0]["test"] == "ThrowOtherException", "start was not reached")
-    check(done.returncode == 0, f"exit {done.returncode}")
+    check(done.returncode == EXITED_ABNORMALLY, f"exit {done.returncode}")
 
 
 if __name__ == "__main__":

@@ -373,11 +373,10 @@ TestResult Host::runOnDevice(const Test& test, const DiagDevice& device)
     record.device = describe(device);
     m_currentRun = m_report.beginRun(std::move(record));
     m_currentTest = &test;
-    const auto abnormal = [this](const std::string& text, bool exitsWithSeven) {
+    // A host or core exception ends the process with 7 once the module's run operation has it.
+    const auto abnormal = [this](const std::string& text) {
         m_report.finishRun(*m_currentRun, TestResult::EXITEDABNORMALLY(), text);
-        if (exitsWithSeven) {
-            m_report.setExitStatus(TestResult::EXITEDABNORMALLY().value());
-        }
+        m_report.setExitStatus(TestResult::EXITEDABNORMALLY().value());
         m_currentTest = nullptr;
         m_currentRun.reset();
     };
@@ -385,22 +384,31 @@ TestResult Host::runOnDevice(const Test& test, const DiagDevice& device)
     try {
         verdict = test.entry()(device);
     } catch (const HarnException& e) {
-        abnormal("HarnException: " + e.toString().utf8(), true);
+        abnormal("HarnException: " + e.toString().utf8());
         throw;
     } catch (const ksx::Exception& e) {
-        abnormal("Exception: " + e.toString().utf8(), true);
+        abnormal("Exception: " + e.toString().utf8());
         throw;
     } catch (const std::exception& e) {
-        abnormal(std::string("exception: ") + e.what(), false);
-        throw;
+        return endedByOther(test, std::string("exception: ") + e.what());
     } catch (...) {
-        abnormal("an exception of unknown type", false);
-        throw;
+        return endedByOther(test, "an exception of unknown type");
     }
     m_report.finishRun(*m_currentRun, verdict);
     m_currentTest = nullptr;
     m_currentRun.reset();
     return verdict;
+}
+
+TestResult Host::endedByOther(const Test& test, const std::string& text)
+{
+    // Neither the host's nor the core's: the module would swallow it and exit with 0, so the run
+    // says what happened here, and the tests after it still run.
+    *m_err << test.name().utf8() << " ended abnormally: " << text << std::endl;
+    m_report.finishRun(*m_currentRun, TestResult::EXITEDABNORMALLY(), text);
+    m_currentTest = nullptr;
+    m_currentRun.reset();
+    return TestResult::EXITEDABNORMALLY();
 }
 
 void Host::report(Severity severity, Event* event, const HarnString& sourceFile, int sourceLine)

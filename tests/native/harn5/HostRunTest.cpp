@@ -293,16 +293,29 @@ TEST(Exceptions, HostExceptionIsRecordedWithExitStatusThenPassedOn)
     EXPECT_EQ(data["exitStatus"], 7);
 }
 
-TEST(Exceptions, OtherExceptionIsRecordedWithoutClaimingAnExitStatus)
+TEST(Exceptions, OtherExceptionEndsItsRunWithSevenAndTheNextTestsStillRun)
 {
-    // The module exits with 0 for it, not with EXITEDABNORMALLY.
-    HostHarness other;
-    ReportFile otherReport;
-    other.behaviour = [](const DiagDevice&) -> TestResult { throw std::runtime_error("odd"); };
-    EXPECT_THROW(other.run({"--test", "MouseTest", "--device", "Mouse", "--report", otherReport.path()}),
-                 std::runtime_error);
-    EXPECT_EQ(otherReport.read()["runs"][0]["exception"], "exception: odd");
-    EXPECT_FALSE(otherReport.read().contains("exitStatus"));
+    // The module's run operation would swallow it and exit with 0: the host records it itself.
+    HostHarness harness;
+    ReportFile report;
+    int calls = 0;
+    harness.behaviour = [&calls](const DiagDevice&) -> TestResult {
+        if (++calls == 1) {
+            throw std::runtime_error("odd");
+        }
+        return TestResult::PASS();
+    };
+    EXPECT_EQ(harness.run({"--test", "MouseTest", "--test", "MouseTest", "--device", "Mouse", "--report",
+                           report.path()}),
+              TestResult::EXITEDABNORMALLY().value());
+    const json data = report.read();
+    EXPECT_EQ(data["runs"][0]["verdict"], "EXITEDABNORMALLY");
+    EXPECT_EQ(data["runs"][0]["exception"], "exception: odd");
+    EXPECT_EQ(data["runs"][1]["verdict"], "PASS");
+    EXPECT_EQ(data["exitStatus"], 7);
+    EXPECT_EQ(harness.err.str(), "MouseTest ended abnormally: exception: odd\n");
+    EXPECT_NE(harness.out.str().find("MouseTest"), std::string::npos);   // the summary
+    EXPECT_EQ(harness.host.currentTest(), nullptr);
 }
 
 TEST(Events, OutsideARunBelongToTheModuleAndANullEventIsRefused)

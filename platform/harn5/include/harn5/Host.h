@@ -94,6 +94,8 @@ private:
     void buildDeviceList();
     void runTest(const Test& test, int& status);
     TestResult runOnDevice(const Test& test, const DiagDevice& device);
+    // A run ended by an exception that is neither a host nor a core exception.
+    TestResult endedByOther(const Test& test, const std::string& text);
     std::string versionText() const;
     Test* findTest(const std::string& name) const;
     Parameter* findParameter(const std::string& name) const;
