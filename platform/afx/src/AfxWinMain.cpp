@@ -20,9 +20,10 @@ int AfxWinMain(HINSTANCE hInstance, HINSTANCE hPrevInstance, LPWSTR lpCmdLine, i
         return -1;
     }
     CWinApp* pApp = AfxGetApp();
+    // A start that fails ends with -1, unless the application set its own exit code.
+    pApp->m_nExitCode = -1;
     if (!pApp->InitInstance()) {
-        pApp->ExitInstance();
-        return -1;
+        return pApp->ExitInstance();
     }
     return pApp->Run();
 }

@@ -224,6 +224,9 @@ Options CommandLine::parse(const std::vector<std::string>& arguments, const Devi
         } else if (option == "--no-system-devices") {
             flag();
             options.noSystemDevices = true;
+        } else if (option == "--unattended") {
+            flag();
+            options.unattended = true;
         } else if (option == "--test") {
             options.tests.push_back(value("the name of a test (--list shows them)"));
         } else if (option == "--param") {
@@ -306,6 +309,9 @@ std::string CommandLine::help(const std::string& moduleName)
            "  --record PATH               record the session of a live touchpad or stick\n"
            "                              into PATH, to be replayed with touchpad:PATH\n"
            "  --no-system-devices         do not look for the system's own devices\n"
+           "  --unattended                never wait for a person: a start-up failure is a line\n"
+           "                              on stderr, not a message box (implied when standard\n"
+           "                              input is not a console)\n"
            "  --lang CODE|PATH            language: a code (lang/CODE.lang beside the module)\n"
            "                              or a .lang file; default: the system's UI language\n"
            "                              when there is a file for it, else English\n"

@@ -181,6 +181,28 @@ int Host::start()
     return status;
 }
 
+int Host::abandon(const std::string& reason)
+{
+    m_options = parseAndValidate();
+    m_report.open(m_options.reportPath.empty() ? std::filesystem::path() : Text::toPath(m_options.reportPath),
+                  m_moduleName, versionText(), m_language.code());
+    int status = 0;
+    for (const std::string& name : m_options.tests) {
+        RunRecord record = newRun(*findTest(name));
+        record.reason = reason;
+        m_report.finishRun(m_report.beginRun(std::move(record)), TestResult::CANNOTRUN());
+        status = TestResult::CANNOTRUN().value();
+    }
+    m_report.setExitStatus(status);
+    *m_out << m_report.summary() << std::flush;
+    return status;
+}
+
+bool Host::unattended() const
+{
+    return m_options.unattended || !m_consoleInput;
+}
+
 Options Host::parseAndValidate()
 {
     Options options = CommandLine::parse(m_arguments, &m_providers);
@@ -448,6 +470,11 @@ void Host::setLanguageFolder(const std::filesystem::path& folder)
 void Host::setUserLanguage(const std::string& code)
 {
     m_userLanguage = code;
+}
+
+void Host::setConsoleInput(bool console)
+{
+    m_consoleInput = console;
 }
 
 void Host::addDeviceSource(std::unique_ptr<DeviceSource> source)

@@ -1,5 +1,7 @@
 #include "harn5/ProcessEnvironment.h"
 
+#include <unistd.h>
+
 #include <clocale>
 #include <filesystem>
 #include <string>
@@ -23,6 +25,7 @@ Host& ProcessEnvironment::configure(Host& host)
     std::setlocale(LC_MESSAGES, previous.c_str());
     const std::string code = Text::lower(name.substr(0, name.find_first_of("_.@")));
     host.setUserLanguage(code == "c" || code == "posix" ? std::string() : code);
+    host.setConsoleInput(isatty(STDIN_FILENO) != 0);
     return host;
 }
 

@@ -67,6 +67,9 @@ Host& ProcessEnvironment::configure(Host& host)
     std::setvbuf(stderr, nullptr, _IONBF, 0);
     host.setLanguageFolder(moduleFolder() / "lang");
     host.setUserLanguage(userLanguage());
+    // A console answers its mode; a pipe, a file or NUL (a character device too) does not.
+    DWORD mode = 0;
+    host.setConsoleInput(GetConsoleMode(GetStdHandle(STD_INPUT_HANDLE), &mode) != FALSE);
     host.addDeviceSource(std::make_unique<SystemMouseSource>());
     for (const char* name : {"Buttons", "WheelPresent", "ButtonsSwapped"}) {
         host.declareDeviceProperty(name, DevicePropertyTypes::Type::Uint32);

@@ -1,6 +1,12 @@
 // Extra tests registered beside the module's own, each failing in one way the run operation must
 // survive: what each prints and which exit status it leaves is checked from outside.
+#include <windows.h>
+#include <ole2.h>
+
 #include <stdexcept>
+#include <string>
+
+#include "ImportOverride.h"
 
 #include "harn5/DiagModule.h"
 #include "harn5/HarnException.h"
@@ -27,6 +33,26 @@ harn5::Test* fault(const char* name, harn5::Test::Entry entry)
 {
     return DiagModule::createTest(HarnString(name), DeviceCapability::Mouse(), entry)->setEnumeratesOnlyOnce(true);
 }
+
+// KSTR_FAULT=ole: OLE refuses to start, through the executable's own import slot, for the whole
+// life of the process.
+using OleInitializeFn = HRESULT(WINAPI*)(LPVOID);
+extern "C" OleInitializeFn __imp_OleInitialize;
+
+HRESULT WINAPI refuseOle(LPVOID)
+{
+    return E_OUTOFMEMORY;
+}
+
+bool faultAsked(const std::string& fault)
+{
+    char value[32] = {};
+    const DWORD length = GetEnvironmentVariableA("KSTR_FAULT", value, sizeof value);
+    return length > 0 && length < sizeof value && fault == value;
+}
+
+[[maybe_unused]] const auto* const oleFault =
+    faultAsked("ole") ? new mousetest::ImportOverride<OleInitializeFn>(__imp_OleInitialize, &refuseOle) : nullptr;
 
 [[maybe_unused]] harn5::Test* const faults[] = {
     fault("ThrowCoreException", &throwCoreException),

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "MouseDlgHarness.h"
+#include "harn5/Host.h"
 #include "resource.h"
 
 using RegisterDragDropFn = HRESULT(WINAPI*)(HWND, LPDROPTARGET);
@@ -158,13 +159,17 @@ int WINAPI RecordMessageBox(const MSGBOXPARAMSW* params)
     return IDOK;
 }
 
-TEST(FaultInjection, OleThatCannotStartStopsTheModuleWithAMessage)
+TEST(FaultInjection, OleThatCannotStartStopsTheModuleWithAMessageOnlyWhenSomeoneIsThere)
 {
     const ImportOverride<OleInitializeFn> refuse(__imp_OleInitialize, &OleRefused);
     const ImportOverride<MessageBoxFn> record(__imp_MessageBoxIndirectW, &RecordMessageBox);
     ASSERT_NE(AfxGetApp(), nullptr);
-    EXPECT_FALSE(AfxGetApp()->InitInstance());
-    EXPECT_EQ(s_messageBoxText, L"Ole Initialization Failed");
+    for (const bool console : {true, false}) {
+        s_messageBoxText.clear();
+        harn5::Host::process().setConsoleInput(console);
+        EXPECT_FALSE(AfxGetApp()->InitInstance());
+        EXPECT_EQ(s_messageBoxText, console ? L"Ole Initialization Failed" : L"");
+    }
 }
 
 }  // namespace

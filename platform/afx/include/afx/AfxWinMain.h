@@ -6,7 +6,7 @@
 // prepares the common controls. FALSE when there is no application object.
 BOOL AfxWinInit(HINSTANCE hInstance, HINSTANCE hPrevInstance, LPWSTR lpCmdLine, int nCmdShow);
 
-// AfxWinInit, then InitInstance. When InitInstance answers FALSE, ExitInstance is called and
-// the result is -1 (Run is not called). Otherwise the result is Run()'s. Without an
-// application object the result is -1.
+// AfxWinInit, then InitInstance. When InitInstance answers FALSE, the result is ExitInstance()'s:
+// the exit code InitInstance set, else -1 (Run is not called). Otherwise the result is Run()'s.
+// Without an application object the result is -1.
 int AfxWinMain(HINSTANCE hInstance, HINSTANCE hPrevInstance, LPWSTR lpCmdLine, int nCmdShow);

@@ -23,7 +23,10 @@ public:
     CWnd* m_pMainWnd;
 
 protected:
+    // The exit status: the WM_QUIT code after Run's loop, or what a failed InitInstance set.
     int m_nExitCode;
+
+    friend int AfxWinMain(HINSTANCE, HINSTANCE, LPWSTR, int);
 };
 
 // The application's thread object (the application), or null when none was constructed.

@@ -53,6 +53,11 @@ public:
     void setModuleInitCallback(void (*callback)());
     // Parses, validates, prepares and runs what the command line asks; the exit status.
     int start();
+    // When the module cannot start at all: parses the command line, reports each test asked for
+    // as CANNOTRUN for that reason, prints the summary and answers the exit status.
+    int abandon(const std::string& reason);
+    // No person is there to answer a message box: --unattended, or standard input is no console.
+    bool unattended() const;
 
     enum class Severity { Error, Warning, Informative };
     void report(Severity severity, Event* event, const HarnString& sourceFile, int sourceLine);
@@ -62,6 +67,7 @@ public:
     // Environment seams.
     void setLanguageFolder(const std::filesystem::path& folder);
     void setUserLanguage(const std::string& code);     // primary code such as "de"
+    void setConsoleInput(bool console);                // standard input is a console
     void addDeviceSource(std::unique_ptr<DeviceSource> source);
     // Lets "--device KIND:SOURCE,..." make a device of that kind; a later one replaces it.
     void addDeviceProvider(const std::string& kind, std::unique_ptr<DeviceProvider> provider);
@@ -115,6 +121,7 @@ private:
 
     std::filesystem::path m_languageFolder;
     std::string m_userLanguage;
+    bool m_consoleInput = false;
     std::vector<std::unique_ptr<DeviceSource>> m_sources;
     DeviceProviders m_providers;
     DevicePropertyTypes m_propertyTypes;

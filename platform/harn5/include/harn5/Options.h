@@ -25,6 +25,7 @@ struct Options {
     std::string stopFile;
     std::vector<DiagDevice> devices;
     bool noSystemDevices = false;
+    bool unattended = false;                                         // never wait for a person
     std::uintptr_t hostWindow = 0;
     std::string os = "auto";
     std::string recordPath;                                          // --record: a live touch device's session

@@ -8,6 +8,7 @@
 #include "Registration.h"
 #include "harn5/DiagModule.h"
 #include "harn5/HarnException.h"
+#include "harn5/Host.h"
 #include "ksx/AssertionFailure.h"
 #include "ksx/DLLSearchPathRestriction.h"
 #include "ksx/Exception.h"
@@ -52,7 +53,14 @@ CKstrMouseGUIApp::CKstrMouseGUIApp() : CWinApp(nullptr) {}
 BOOL CKstrMouseGUIApp::InitInstance()
 {
     if (!AfxOleInit()) {
-        AfxMessageBox(L"Ole Initialization Failed", 0, 0);
+        // No test can run: the report still says so, and the exit status follows it. Nobody may
+        // be there to close a message box.
+        m_nExitCode = abandonRun("OLE could not be initialised");
+        if (harn5::Host::process().unattended()) {
+            ksx::cerr << "Ole Initialization Failed" << ksx::endl;
+        } else {
+            AfxMessageBox(L"Ole Initialization Failed", 0, 0);
+        }
         return FALSE;
     }
     AfxEnableControlContainer(nullptr);
@@ -60,18 +68,32 @@ BOOL CKstrMouseGUIApp::InitInstance()
     return TRUE;
 }
 
+void CKstrMouseGUIApp::handCommandLineToHost()
+{
+    ksxui::CommandLineParser parser{ksx::String(kModuleFileName)};
+    ParseCommandLine(parser);
+    DiagModule::setCmdLineArgs(parser.argc(), parser.argv());
+    DiagModule::setVersion(kVersionMajor, kVersionMinor, harn5::HarnString(kVersionBuild));
+}
+
+int CKstrMouseGUIApp::abandonRun(const std::string& reason)
+{
+    try {
+        handCommandLineToHost();
+        return harn5::Host::process().abandon(reason);
+    } catch (const harn5::HarnException& e) {
+        ksx::cerr << "HarnException: " << e.toString().getUTF8Buffer() << ksx::endl;
+    }
+    return TestResult::EXITEDABNORMALLY().value();
+}
+
 int CKstrMouseGUIApp::Run()
 {
     KSX_TRACE(trace, s_log, "kstrmouse", "KSTRMouse Run", "KstrMouse", kLineRunTrace);
     int result = 0;
-    ksxui::CommandLineParser parser{ksx::String(kModuleFileName)};
-    ParseCommandLine(parser);
-    const char** argv = parser.argv();
-    const int argc = parser.argc();
     try {
         ksx::DLLSearchPathRestriction::configure(ksx::DLLSearchPathRestriction::SYSTEM_DIRECTORY_ONLY);
-        DiagModule::setCmdLineArgs(argc, argv);
-        DiagModule::setVersion(kVersionMajor, kVersionMinor, harn5::HarnString(kVersionBuild));
+        handCommandLineToHost();
         DiagModule::setModuleInitCallback(&moduleInit);
         result = DiagModule::start();
     } catch (const ksx::Exception& e) {

@@ -2,6 +2,8 @@
 // The module's application object and the entry points of the two mouse tests.
 #include <afxwin.h>
 
+#include <string>
+
 #include "harn5/DiagDevice.h"
 #include "harn5/LocalizedString.h"
 #include "harn5/TestResult.h"
@@ -13,6 +15,12 @@ public:
 
     BOOL InitInstance() override;
     int Run() override;
+
+private:
+    // The command line and the version, as the host takes them.
+    void handCommandLineToHost();
+    // Reports every test asked for as unable to run for reason; the exit status.
+    int abandonRun(const std::string& reason);
 };
 
 // Called back by the host before the first test: GDI+ stays up for the life of the process.
