@@ -38,6 +38,46 @@ def case_killed_run_keeps_reported_events(s, tmp):
     check(run["state"] == "running" and run["verdict"] is None, f"a killed run has no verdict: {run}")
 
 
+SESSIONS = Path(__file__).resolve().parents[2] / "resources" / "padkit-sessions"
+PASS_BUTTON = 1008
+PAD = ("TouchpadTest", "Touchpad Test", f"touchpad:{SESSIONS / 'touchpad-complete.session'},speed=4")
+STICK = ("TrackPointTest", "TrackPoint Test", f"trackpoint:{SESSIONS / 'trackpoint-buttons.session'},speed=4")
+
+
+def ctrl_c_then_next_passes(s, tmp, first, first_title, device, nxt):
+    """Ctrl+C ends the first test with USERABORTED; the replayed touch test after it runs as if
+    nothing had been asked."""
+    report = tmp / "report.json"
+    test, title, next_device = nxt
+    proc = s.spawn("--test", first, "--test", test, "--device", next_device, *device, "--param",
+                   "bDisablePassUntilFinished=true", "--report", str(report))
+    try:
+        check(s.wait_window(first_title, timeout=60), f"no {first_title!r} dialog")
+        time.sleep(1)
+        proc.send_signal(signal.SIGINT)
+        check(s.wait_window(title, timeout=30), "the next test did not start")
+        deadline = time.monotonic() + 30
+        while not (s.control(title, PASS_BUTTON) or {}).get("enabled"):
+            check(time.monotonic() < deadline, "Pass never opened in the next test")
+            time.sleep(0.3)
+        s.click_control(title, PASS_BUTTON)
+        out, err = proc.communicate(timeout=60)
+    finally:
+        if proc.poll() is None:
+            proc.kill()
+    runs = json.loads(report.read_text(encoding="utf-8"))["runs"]
+    check([(r["test"], r["verdict"]) for r in runs] == [(first, "USERABORTED"), (test, "PASS")], f"{runs}\n{out}{err}")
+    check(proc.returncode == 3, f"exit {proc.returncode}")
+
+
+def case_ctrl_c_aborts_the_click_test_and_not_the_next(s, tmp):
+    ctrl_c_then_next_passes(s, tmp, "MouseInteractiveTest", "Mouse Click Test", [], PAD)
+
+
+def case_ctrl_c_aborts_the_touchpad_test_and_not_the_next(s, tmp):
+    ctrl_c_then_next_passes(s, tmp, PAD[0], PAD[1], ["--device", PAD[2]], STICK)
+
+
 def case_ctrl_c_aborts_the_run(s, tmp):
     t = MouseTestRun(s, tmp)
     t.proc.send_signal(signal.SIGINT)

@@ -9,6 +9,7 @@
 #include "harn5/ParameterParser.h"
 #include "harn5/ProcessEnvironment.h"
 #include "harn5/RunGuard.h"
+#include "harn5/RunStopper.h"
 #include "harn5/Text.h"
 #include "ksx/Exception.h"
 #include "ksx/LogFactory.h"
@@ -147,8 +148,7 @@ void Host::setModuleInitCallback(void (*callback)())
 
 int Host::start()
 {
-    m_startTime = std::chrono::steady_clock::now();
-    m_stopRequested = false;
+    m_stop = StopState();
     m_options = parseAndValidate();
     buildDeviceList();
     configureLogging(m_options);
@@ -395,6 +395,10 @@ TestResult Host::runOnDevice(const Test& test, const DiagDevice& device)
     record.device = describe(device);
     m_currentRun = m_report.beginRun(std::move(record));
     m_currentTest = &test;
+    // A stop request belongs to the run it was made in; one the test does not answer itself
+    // closes its window the way its Cancel does.
+    beginRunStops();
+    const RunStopper stopper(*this);
     // A host or core exception ends the process with 7 once the module's run operation has it.
     const auto abnormal = [this](const std::string& text) {
         m_report.finishRun(*m_currentRun, TestResult::EXITEDABNORMALLY(), text);
@@ -445,16 +449,44 @@ void Host::report(Severity severity, Event* event, const HarnString& sourceFile,
 
 bool Host::checkForStop() const
 {
-    if (!m_stopRequested) {
-        using Seconds = std::chrono::duration<double>;
-        std::error_code ignored;
-        m_stopRequested =
-            RunGuard::interrupted() ||
-            (m_options.stopAfterSeconds &&
-             Seconds(std::chrono::steady_clock::now() - m_startTime).count() >= *m_options.stopAfterSeconds) ||
-            (!m_stopFile.empty() && std::filesystem::exists(m_stopFile, ignored));
+    m_stop.polled = true;
+    return stopRequested();
+}
+
+bool Host::stopRequested() const
+{
+    if (m_stop.requested) {
+        return true;
     }
-    return m_stopRequested;
+    using Seconds = std::chrono::duration<double>;
+    const auto now = std::chrono::steady_clock::now();
+    std::error_code ignored;
+    const bool fileThere = !m_stopFile.empty() && std::filesystem::exists(m_stopFile, ignored);
+    // A stop file that ended an earlier run counts again only once it has gone and come back.
+    m_stop.fileHeld = m_stop.fileHeld && fileThere;
+    m_stop.byFile = fileThere && !m_stop.fileHeld;
+    m_stop.requested = RunGuard::interrupted() || m_stop.byFile ||
+                       (m_options.stopAfterSeconds &&
+                        Seconds(now - m_stop.runStart).count() >= *m_options.stopAfterSeconds);
+    if (m_stop.requested) {
+        m_stop.seenAt = now;
+    }
+    return m_stop.requested;
+}
+
+bool Host::stopUnanswered() const
+{
+    return stopRequested() && !m_stop.polled && std::chrono::steady_clock::now() - m_stop.seenAt >= kStopGrace;
+}
+
+void Host::beginRunStops()
+{
+    m_stop.fileHeld = m_stop.fileHeld || (m_stop.requested && m_stop.byFile);
+    m_stop.requested = false;
+    m_stop.byFile = false;
+    m_stop.polled = false;
+    m_stop.runStart = std::chrono::steady_clock::now();
+    RunGuard::clearInterrupt();
 }
 
 const Test* Host::currentTest() const

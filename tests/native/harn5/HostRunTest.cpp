@@ -2,6 +2,9 @@
 // stop requests, exceptions escaping a test, events inside and outside runs.
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <thread>
+
 #include <csignal>
 #include <deque>
 #include <filesystem>
@@ -269,6 +272,54 @@ TEST(Stop, StopFileAppearingDuringARunIsSeenAndStaysSeen)
     };
     harness.run({"--test", "MouseTest", "--device", "Mouse", "--stop-file", stopFile.string()});
     EXPECT_EQ(answers, (std::vector<bool>{false, true, true}));
+}
+
+TEST(Stop, ARequestBelongsToTheRunItWasMadeIn)
+{
+    ReportFile folder;
+    const fs::path stopFile = folder.folder() / "stop";
+    HostHarness harness;
+    std::vector<bool> answers;
+    int run = 0;
+    harness.behaviour = [&](const DiagDevice&) {
+        ++run;
+        if (run == 1) {
+            std::ofstream(stopFile) << "";
+            std::raise(SIGINT);
+        }
+        answers.push_back(harness.host.checkForStop());
+        if (run == 2) {
+            fs::remove(stopFile);   // gone once, the file asks again when it comes back
+            answers.push_back(harness.host.checkForStop());
+            std::ofstream(stopFile) << "";
+            answers.push_back(harness.host.checkForStop());
+        }
+        return TestResult::USERABORTED();
+    };
+    harness.run({"--test", "MouseTest", "--test", "MouseTest", "--device", "Mouse", "--stop-file", stopFile.string(),
+                  "--stop-after", "3600"});
+    EXPECT_EQ(answers, (std::vector<bool>{true, false, false, true}));
+}
+
+TEST(Stop, OnlyARequestTheTestDoesNotPollForIsLeftToTheHost)
+{
+    for (const bool polls : {false, true}) {
+        HostHarness harness;
+        bool unansweredAtOnce = true;
+        bool unansweredLater = false;
+        harness.behaviour = [&](const DiagDevice&) {
+            if (polls) {
+                harness.host.checkForStop();
+            }
+            unansweredAtOnce = harness.host.stopUnanswered();
+            std::this_thread::sleep_for(harn5::Host::kStopGrace + std::chrono::milliseconds(50));
+            unansweredLater = harness.host.stopUnanswered();
+            return TestResult::USERABORTED();
+        };
+        harness.run({"--test", "MouseTest", "--device", "Mouse", "--stop-after", "0"});
+        EXPECT_FALSE(unansweredAtOnce) << polls;   // the test gets its moment to answer
+        EXPECT_EQ(unansweredLater, !polls);
+    }
 }
 
 TEST(Exceptions, HostExceptionIsRecordedWithExitStatusThenPassedOn)

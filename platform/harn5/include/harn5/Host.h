@@ -61,7 +61,12 @@ public:
 
     enum class Severity { Error, Warning, Informative };
     void report(Severity severity, Event* event, const HarnString& sourceFile, int sourceLine);
+    // A stop asked for in this run (Ctrl+C, console close, --stop-after from the run's start, or
+    // the stop file); the test answers it by ending. Counts the test as one that polls.
     bool checkForStop() const;
+    // A stop asked for a while ago that the running test has not polled for: the host must end it.
+    bool stopUnanswered() const;
+    static constexpr std::chrono::seconds kStopGrace{1};
     const Test* currentTest() const;
 
     // Environment seams.
@@ -96,6 +101,8 @@ private:
     void assignParameters(const Options& options);
     void loadLanguage(const std::string& choice);
     std::vector<DiagDevice> devices() const;
+    bool stopRequested() const;
+    void beginRunStops();
     // The devices once, checked, before any test runs.
     void buildDeviceList();
     void runTest(const Test& test, int& status);
@@ -132,9 +139,16 @@ private:
     Options m_options;
     Language m_language;
     Report m_report;
-    std::chrono::steady_clock::time_point m_startTime;
     std::filesystem::path m_stopFile;
-    mutable bool m_stopRequested = false;   // a stop, once seen, stays asked for
+    struct StopState {
+        std::chrono::steady_clock::time_point runStart;
+        std::chrono::steady_clock::time_point seenAt;
+        bool requested = false;   // once seen, stays asked for until the next run
+        bool byFile = false;
+        bool fileHeld = false;    // the stop file ended an earlier run and has not gone since
+        bool polled = false;      // the test asked during this run
+    };
+    mutable StopState m_stop;
     const Test* m_currentTest = nullptr;
     std::optional<std::size_t> m_currentRun;
 };

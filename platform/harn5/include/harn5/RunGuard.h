@@ -14,9 +14,7 @@ public:
 
     static bool interrupted();                 // Ctrl+C or console close seen
     static void interrupt();                   // what the handlers do; tests call it too
-
-private:
-    static void clearInterrupt();
+    static void clearInterrupt();              // a new run starts without the last one's request
 };
 
 }  // namespace harn5
