@@ -1,6 +1,7 @@
 #include "harn5/Host.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <iostream>
 #include <map>
 
@@ -213,6 +214,12 @@ Options Host::parseAndValidate()
         if (findTest(name) == nullptr) {
             fail("unknown test \"" + name + "\"; the tests are: " + names(m_tests));
         }
+    }
+    if (options.hostWindow != 0 && !ProcessEnvironment::windowExists(options.hostWindow)) {
+        char handle[24];
+        std::snprintf(handle, sizeof handle, "0x%llX", static_cast<unsigned long long>(options.hostWindow));
+        fail(std::string("--host-window ") + handle +
+             ": no window has this handle (any more); give the handle of the host's window, or leave it out");
     }
     assignParameters(options);
     return options;

@@ -29,4 +29,9 @@ Host& ProcessEnvironment::configure(Host& host)
     return host;
 }
 
+bool ProcessEnvironment::windowExists(std::uintptr_t)
+{
+    return true;
+}
+
 }  // namespace harn5

@@ -60,6 +60,11 @@ std::vector<std::string> processArguments()
 
 }  // namespace
 
+bool ProcessEnvironment::windowExists(std::uintptr_t handle)
+{
+    return IsWindow(reinterpret_cast<HWND>(handle)) != FALSE;
+}
+
 Host& ProcessEnvironment::configure(Host& host)
 {
     // A killed process must not lose what it already printed.

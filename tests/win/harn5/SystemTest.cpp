@@ -5,7 +5,9 @@
 #include <windows.h>
 
 #include <sstream>
+#include <string>
 
+#include "harn5/HarnException.h"
 #include "harn5/Host.h"
 #include "harn5/Language.h"
 #include "harn5/LocalizedString.h"
@@ -26,15 +28,31 @@ TEST(SystemMouse, IsOfferedWithTheMouseCapabilityWhenPresent)
     EXPECT_EQ(devices[0].property("SP_Handle"), nullptr);   // the mouse tests may run on it
 }
 
-TEST(HostWindow, IsTheHandleGivenOnTheCommandLine)
+TEST(HostWindow, IsTheHandleGivenOnTheCommandLineWhileThatWindowExists)
 {
-    Host host;
+    HWND window = CreateWindowExW(0, L"STATIC", L"host", 0, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
+    ASSERT_NE(window, nullptr);
+    const std::string handle = std::to_string(reinterpret_cast<std::uintptr_t>(window));
+    const char* argv[] = {"kstrmouse.kmx", "--list", "--host-window", handle.c_str()};
+    {
+        Host host;
+        std::ostringstream out;
+        host.setOutput(out, out);
+        host.setCmdLineArgs(4, argv);
+        EXPECT_EQ(host.start(), 0);
+        EXPECT_EQ(host.hostWindow(), reinterpret_cast<std::uintptr_t>(window));
+    }
+    DestroyWindow(window);
+    Host stale;
     std::ostringstream out;
-    host.setOutput(out, out);
-    const char* argv[] = {"kstrmouse.kmx", "--list", "--host-window", "0x2A0F"};
-    host.setCmdLineArgs(4, argv);
-    EXPECT_EQ(host.start(), 0);
-    EXPECT_EQ(host.hostWindow(), 0x2A0Fu);
+    stale.setOutput(out, out);
+    stale.setCmdLineArgs(4, argv);
+    try {
+        stale.start();
+        ADD_FAILURE() << "a stale window handle was taken";
+    } catch (const harn5::HarnException& e) {
+        EXPECT_NE(e.toString().utf8().find("no window has this handle"), std::string::npos) << e.toString().utf8();
+    }
 }
 
 TEST(Utf16, GermanTextReachesWin32Intact)
