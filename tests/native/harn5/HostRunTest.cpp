@@ -378,6 +378,20 @@ TEST(Events, OutsideARunBelongToTheModuleAndANullEventIsRefused)
     EXPECT_THROW(harness.host.report(Host::Severity::Error, nullptr, "x", 1), HarnException);
 }
 
+TEST(Events, ARegisteredSiteIsListedAndAReportFromElsewhereIsCalledOut)
+{
+    HostHarness harness;
+    harness.failed->reportedAs("error", "KstrMouseDlg", 425);
+    harness.run({"--list"});
+    EXPECT_NE(harness.out.str().find("  TestFailed error KstrMouseDlg 425\n"), std::string::npos) << harness.out.str();
+    harness.host.report(Host::Severity::Error, harness.failed, "KstrMouseDlg", 425);
+    EXPECT_EQ(harness.err.str(), "");
+    harness.host.report(Host::Severity::Warning, harness.failed, "KstrMouseDlg", 426);
+    EXPECT_EQ(harness.err.str(), "event TestFailed reported as warning from KstrMouseDlg line 426, registered as error "
+                                 "from KstrMouseDlg line 425\n");
+    EXPECT_EQ(harness.host.results().moduleEvents().size(), 2u);   // both reports are kept as made
+}
+
 TEST(Registration, SameNamesGiveSameHandlesOrAreRefused)
 {
     HostHarness harness;

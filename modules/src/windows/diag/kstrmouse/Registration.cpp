@@ -16,7 +16,11 @@ using harn5::HarnString;
 
 namespace {
 
-harn5::Event* event(const char* name) { return DiagModule::createEvent(HarnString(name)); }
+// An event and the one place it is reported from: severity, source file, line.
+harn5::Event* event(const char* name, const char* severity, const char* sourceFile, int line)
+{
+    return DiagModule::createEvent(HarnString(name))->reportedAs(severity, sourceFile, line);
+}
 harn5::LocalizedString* text(const char* key) { return DiagModule::createLocalizedString(HarnString(key)); }
 harn5::Parameter* parameter(const char* name, const DataType& type)
 {
@@ -28,8 +32,10 @@ harn5::Parameter* parameter(const char* name, const DataType& type)
 namespace kstrmouse {
 
 // 1. Touchpad and TrackPoint events.
-harn5::Event* const events::TestFailedTouchPadOrTrackpoint = event("TestFailedTouchPadOrTrackpoint");
-harn5::Event* const events::DriverCommunicationError = event("DriverCommunicationError");
+harn5::Event* const events::TestFailedTouchPadOrTrackpoint =
+    event("TestFailedTouchPadOrTrackpoint", "error", "CSynapticsDlg", 333);
+harn5::Event* const events::DriverCommunicationError =
+    event("DriverCommunicationError", "error", "CSynapticsTouchPadCtrl", 70);
 
 // 2. Touchpad and TrackPoint dialog texts.
 harn5::LocalizedString* const texts::SynXCoordinate = text("SynXCoordinate");
@@ -108,10 +114,11 @@ namespace {
 }  // namespace
 
 // 6. Events of the touchpad entry and the classic dialog.
-harn5::Event* const events::SynapticsBlacklistVersion = event("SynapticsBlacklistVersion");
-harn5::Event* const events::ErrorDuringInit = event("ErrorDuringInit");
-harn5::Event* const events::TestFailed = event("TestFailed");
-harn5::Event* const events::UserMimicMiddleButton = event("UserMimicMiddleButton");
+harn5::Event* const events::SynapticsBlacklistVersion =
+    event("SynapticsBlacklistVersion", "warning", "synaptics", 71);
+harn5::Event* const events::ErrorDuringInit = event("ErrorDuringInit", "warning", "KstrMouseDlg", 174);
+harn5::Event* const events::TestFailed = event("TestFailed", "error", "KstrMouseDlg", 425);
+harn5::Event* const events::UserMimicMiddleButton = event("UserMimicMiddleButton", "warning", "KstrMouseDlg", 410);
 
 // 7. Classic dialog texts; two of them are registered for the host but shown nowhere.
 harn5::LocalizedString* const texts::MsgMouseGroupBoxInstructions = text("MsgMouseGroupBoxInstructions");
@@ -153,16 +160,26 @@ harn5::LocalizedString* const texts::MOUSE_WHEEL_UP_TEST_INSTRUCTION = text("MOU
 harn5::LocalizedString* const texts::MOUSE_WHEEL_DOWN_TEST_INSTRUCTION = text("MOUSE_WHEEL_DOWN_TEST_INSTRUCTION");
 
 // 9. Click test events.
-harn5::Event* const events::LEFT_MOUSE_CLICK_NOT_RECEIVED = event("LEFT_MOUSE_CLICK_NOT_RECEIVED");
-harn5::Event* const events::RIGHT_MOUSE_CLICK_NOT_RECEIVED = event("RIGHT_MOUSE_CLICK_NOT_RECEIVED");
-harn5::Event* const events::SCROLL_WHEEL_MOUSE_CLICK_NOT_RECEIVED = event("SCROLL_WHEEL_MOUSE_CLICK_NOT_RECEIVED");
-harn5::Event* const events::MOUSE_DOUBLE_CLICK_NOT_RECEIVED = event("MOUSE_DOUBLE_CLICK_NOT_RECEIVED");
-harn5::Event* const events::SCROLL_WHEEL_TESTING_SKIPPED = event("SCROLL_WHEEL_TESTING_SKIPPED");
-harn5::Event* const events::SCROLL_WHEEL_UP_NOT_RECEIVED = event("SCROLL_WHEEL_UP_NOT_RECEIVED");
-harn5::Event* const events::SCROLL_WHEEL_DOWN_NOT_RECEIVED = event("SCROLL_WHEEL_DOWN_NOT_RECEIVED");
-harn5::Event* const events::FIRST_SIDE_MOUSE_BUTTON_NOT_RECEIVED = event("FIRST_SIDE_MOUSE_BUTTON_NOT_RECEIVED");
-harn5::Event* const events::SECOND_SIDE_MOUSE_BUTTON_NOT_RECEIVED = event("SECOND_SIDE_MOUSE_BUTTON_NOT_RECEIVED");
-harn5::Event* const events::MOUSE_DRAG_NOT_RECEIVED = event("MOUSE_DRAG_NOT_RECEIVED");
+harn5::Event* const events::LEFT_MOUSE_CLICK_NOT_RECEIVED =
+    event("LEFT_MOUSE_CLICK_NOT_RECEIVED", "error", "MouseClickTestDlg", 800);
+harn5::Event* const events::RIGHT_MOUSE_CLICK_NOT_RECEIVED =
+    event("RIGHT_MOUSE_CLICK_NOT_RECEIVED", "error", "MouseClickTestDlg", 802);
+harn5::Event* const events::SCROLL_WHEEL_MOUSE_CLICK_NOT_RECEIVED =
+    event("SCROLL_WHEEL_MOUSE_CLICK_NOT_RECEIVED", "error", "MouseClickTestDlg", 804);
+harn5::Event* const events::MOUSE_DOUBLE_CLICK_NOT_RECEIVED =
+    event("MOUSE_DOUBLE_CLICK_NOT_RECEIVED", "error", "MouseClickTestDlg", 810);
+harn5::Event* const events::SCROLL_WHEEL_TESTING_SKIPPED =
+    event("SCROLL_WHEEL_TESTING_SKIPPED", "informative", "MouseClickTestDlg", 834);
+harn5::Event* const events::SCROLL_WHEEL_UP_NOT_RECEIVED =
+    event("SCROLL_WHEEL_UP_NOT_RECEIVED", "error", "MouseClickTestDlg", 812);
+harn5::Event* const events::SCROLL_WHEEL_DOWN_NOT_RECEIVED =
+    event("SCROLL_WHEEL_DOWN_NOT_RECEIVED", "error", "MouseClickTestDlg", 814);
+harn5::Event* const events::FIRST_SIDE_MOUSE_BUTTON_NOT_RECEIVED =
+    event("FIRST_SIDE_MOUSE_BUTTON_NOT_RECEIVED", "error", "MouseClickTestDlg", 806);
+harn5::Event* const events::SECOND_SIDE_MOUSE_BUTTON_NOT_RECEIVED =
+    event("SECOND_SIDE_MOUSE_BUTTON_NOT_RECEIVED", "error", "MouseClickTestDlg", 808);
+harn5::Event* const events::MOUSE_DRAG_NOT_RECEIVED =
+    event("MOUSE_DRAG_NOT_RECEIVED", "error", "MouseClickTestDlg", 816);
 
 // 10. Parameters of the two mouse tests.
 harn5::Parameter* const params::iForceMouseType = parameter("iForceMouseType", DataType::UINT32());
