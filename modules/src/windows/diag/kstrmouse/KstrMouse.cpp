@@ -27,6 +27,7 @@ ksx::Logger* s_log = nullptr;  // "kstrmouse", shared by everything in this file
 
 // Source lines that log readers and hosts match on.
 constexpr int kLineModuleInitFailed = 114;
+constexpr int kLineRegisteredFirst = 120;
 constexpr int kLineRunTrace = 137;
 constexpr int kLineMouseTestTrace = 168;
 constexpr int kLineMouseTestAssert = 172;
@@ -46,12 +47,23 @@ constexpr UINT kModuleClassStyle = CS_BYTEALIGNWINDOW | CS_DBLCLKS | CS_HREDRAW 
 
 }  // namespace
 
-CKstrMouseGUIApp theApp;
+// theApp itself is defined last in Registration.cpp: after every registration, whatever the link
+// order.
+CKstrMouseGUIApp::CKstrMouseGUIApp()
+    : CWinApp(nullptr),
+      m_registeredFirst(kstrmouse::tests::MouseTest != nullptr && kstrmouse::tests::MouseInteractiveTest != nullptr)
+{
+}
 
-CKstrMouseGUIApp::CKstrMouseGUIApp() : CWinApp(nullptr) {}
+bool CKstrMouseGUIApp::registeredFirst() const
+{
+    return m_registeredFirst;
+}
 
 BOOL CKstrMouseGUIApp::InitInstance()
 {
+    // A module whose tests were not registered before it would run with some of them missing.
+    KSX_ASSERT(m_registeredFirst, "KstrMouse", kLineRegisteredFirst);
     if (!AfxOleInit()) {
         // No test can run: the report still says so, and the exit status follows it. Nobody may
         // be there to close a message box.

@@ -16,12 +16,20 @@ public:
     BOOL InitInstance() override;
     int Run() override;
 
+    // Every registration ran before this object was constructed.
+    bool registeredFirst() const;
+
 private:
     // The command line and the version, as the host takes them.
     void handCommandLineToHost();
     // Reports every test asked for as unable to run for reason; the exit status.
     int abandonRun(const std::string& reason);
+
+    bool m_registeredFirst;
 };
+
+// The application object, constructed after every registration.
+extern CKstrMouseGUIApp theApp;
 
 // Called back by the host before the first test: GDI+ stays up for the life of the process.
 void moduleInit();

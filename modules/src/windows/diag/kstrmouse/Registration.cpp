@@ -227,3 +227,7 @@ harn5::LocalizedString* const texts::BUTTON_FAIL = text("BUTTON_FAIL");
 harn5::LocalizedString* const texts::BUTTON_SKIP = text("BUTTON_SKIP");
 
 }  // namespace kstrmouse
+
+// The application object comes after every registration: initialisers of one translation unit run
+// in the order written, so no link order can put it first.
+CKstrMouseGUIApp theApp;
