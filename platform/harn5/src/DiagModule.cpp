@@ -66,6 +66,11 @@ void DiagModule::informative(Event* event, const HarnString& sourceFile, int sou
     host().report(Host::Severity::Informative, event, sourceFile, sourceLine);
 }
 
+void DiagModule::measure(const std::vector<RunRecord::Measurement>& measurements)
+{
+    host().measure(measurements);
+}
+
 bool DiagModule::checkForStop()
 {
     return host().checkForStop();

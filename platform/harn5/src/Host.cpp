@@ -463,6 +463,14 @@ void Host::report(Severity severity, Event* event, const HarnString& sourceFile,
                                      sourceLine, {}});
 }
 
+void Host::measure(const std::vector<RunRecord::Measurement>& measurements)
+{
+    if (!m_currentRun) {
+        fail("measurements were given outside a test's run");
+    }
+    m_report.addMeasurements(*m_currentRun, measurements);
+}
+
 bool Host::checkForStop() const
 {
     m_stop.polled = true;

@@ -1,5 +1,8 @@
 #include "harn5/JsonWriter.h"
 
+#include <cmath>
+#include <cstdio>
+
 #include <cstdio>
 
 #include "harn5/Text.h"
@@ -64,6 +67,19 @@ JsonWriter& JsonWriter::number(long long value)
 {
     separate();
     m_text += std::to_string(value);
+    m_needComma = true;
+    return *this;
+}
+
+JsonWriter& JsonWriter::real(double value)
+{
+    if (!std::isfinite(value)) {
+        return null();
+    }
+    separate();
+    char text[32];
+    std::snprintf(text, sizeof text, "%.15g", value);
+    m_text += text;
     m_needComma = true;
     return *this;
 }

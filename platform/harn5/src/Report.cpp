@@ -57,6 +57,20 @@ void writeRun(JsonWriter& json, const RunRecord& run)
     }
     json.key("events");
     writeEvents(json, run.events);
+    if (!run.measurements.empty()) {
+        json.key("measurements").beginArray();
+        for (const RunRecord::Measurement& measurement : run.measurements) {
+            json.beginObject()
+                .key("name")
+                .string(measurement.name)
+                .key("value")
+                .real(measurement.value)
+                .key("unit")
+                .string(measurement.unit)
+                .endObject();
+        }
+        json.endArray();
+    }
     if (!run.reason.empty()) {
         json.key("reason").string(run.reason);
     }
@@ -97,6 +111,13 @@ void Report::addEvent(std::optional<std::size_t> run, EventRecord event)
 {
     event.time = now();
     (run ? m_runs.at(*run).events : m_moduleEvents).push_back(std::move(event));
+    write();
+}
+
+void Report::addMeasurements(std::size_t run, const std::vector<RunRecord::Measurement>& measurements)
+{
+    std::vector<RunRecord::Measurement>& kept = m_runs.at(run).measurements;
+    kept.insert(kept.end(), measurements.begin(), measurements.end());
     write();
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cmath>
 #include <thread>
 
 #include <csignal>
@@ -390,6 +391,26 @@ TEST(Events, ARegisteredSiteIsListedAndAReportFromElsewhereIsCalledOut)
     EXPECT_EQ(harness.err.str(), "event TestFailed reported as warning from KstrMouseDlg line 426, registered as error "
                                  "from KstrMouseDlg line 425\n");
     EXPECT_EQ(harness.host.results().moduleEvents().size(), 2u);   // both reports are kept as made
+}
+
+TEST(Report, MeasurementsBelongToTheirRunAndOutsideARunAreRefused)
+{
+    HostHarness harness;
+    ReportFile report;
+    harness.behaviour = [&harness](const DiagDevice&) {
+        harness.host.measure({{"ReportRate", 125.5, "Hz"}, {"LeftChatter", 2, "count"}});
+        harness.host.measure({{"Odd", std::nan(""), "x"}});
+        return TestResult::PASS();
+    };
+    harness.run({"--test", "MouseTest", "--device", "Mouse", "--report", report.path()});
+    const json measured = report.read()["runs"][0]["measurements"];
+    ASSERT_EQ(measured.size(), 3U);
+    EXPECT_EQ(measured[0]["name"], "ReportRate");
+    EXPECT_EQ(measured[0]["value"], 125.5);
+    EXPECT_EQ(measured[0]["unit"], "Hz");
+    EXPECT_EQ(measured[1]["value"], 2);
+    EXPECT_TRUE(measured[2]["value"].is_null());
+    EXPECT_THROW(harness.host.measure({{"Late", 1, "count"}}), HarnException);
 }
 
 TEST(Registration, SameNamesGiveSameHandlesOrAreRefused)

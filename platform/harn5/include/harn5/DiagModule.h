@@ -1,6 +1,8 @@
 #pragma once
 // The host library's facade: every operation forwards to the one process-wide Host, which is
 // created on first use so that registrations work from any static initialiser.
+#include <vector>
+
 #include "harn5/DataType.h"
 #include "harn5/DeviceCapability.h"
 #include "harn5/DiagDevice.h"
@@ -9,6 +11,7 @@
 #include "harn5/HarnString.h"
 #include "harn5/LocalizedString.h"
 #include "harn5/Parameter.h"
+#include "harn5/RunRecord.h"
 #include "harn5/Test.h"
 #include "harn5/TestResult.h"
 
@@ -35,6 +38,8 @@ public:
     static void informative(Event* event, const HarnString& sourceFile, int sourceLine);
 
     static bool checkForStop();
+    // Figures of the running test for the report: name, value and unit.
+    static void measure(const std::vector<RunRecord::Measurement>& measurements);
     static const Test& getCurrentTest();       // throws HarnException when no test runs
 
     static Host& host();                       // the process-wide host

@@ -24,6 +24,7 @@
 #include "harn5/Options.h"
 #include "harn5/Parameter.h"
 #include "harn5/Report.h"
+#include "harn5/RunRecord.h"
 #include "harn5/Test.h"
 #include "harn5/TestResult.h"
 
@@ -64,6 +65,8 @@ public:
     // A stop asked for in this run (Ctrl+C, console close, --stop-after from the run's start, or
     // the stop file); the test answers it by ending. Counts the test as one that polls.
     bool checkForStop() const;
+    // Figures the running test measured, into its run in the report; outside a run they are refused.
+    void measure(const std::vector<RunRecord::Measurement>& measurements);
     // A stop asked for a while ago that the running test has not polled for: the host must end it.
     bool stopUnanswered() const;
     static constexpr std::chrono::seconds kStopGrace{1};

@@ -14,6 +14,8 @@ public:
     JsonWriter& key(std::string_view name);
     JsonWriter& string(std::string_view text);
     JsonWriter& number(long long value);
+    // Up to 15 significant digits; a value JSON cannot hold (infinite, not a number) is null.
+    JsonWriter& real(double value);
     JsonWriter& null();
 
     const std::string& text() const;

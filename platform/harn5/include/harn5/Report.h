@@ -22,6 +22,7 @@ public:
 
     std::size_t beginRun(RunRecord run);       // the run's index
     void addEvent(std::optional<std::size_t> run, EventRecord event);   // none: module event
+    void addMeasurements(std::size_t run, const std::vector<RunRecord::Measurement>& measurements);
     void finishRun(std::size_t run, const TestResult& verdict, const std::string& exception = {});
     void setExitStatus(int status);
 

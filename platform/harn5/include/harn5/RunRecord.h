@@ -11,6 +11,12 @@
 namespace harn5 {
 
 struct RunRecord {
+    // A figure a test measured, such as a report rate in Hz.
+    struct Measurement {
+        std::string name;
+        double value = 0.0;
+        std::string unit;
+    };
     struct Device {
         std::string name;
         std::string capabilities;
@@ -25,6 +31,7 @@ struct RunRecord {
     std::string started;
     std::string ended;
     std::vector<EventRecord> events;
+    std::vector<Measurement> measurements;     // in the order measured
     std::string reason;                        // why it could not run; empty when it ran
     std::string exception;                     // what ended it abnormally; empty otherwise
 };
