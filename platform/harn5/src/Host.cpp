@@ -583,12 +583,17 @@ std::string Host::listing() const
             exclusions += (exclusions.empty() ? "" : ", ") + property.utf8() +
                           (value.empty() ? std::string(" (any value)") : "=" + value.utf8());
         }
+        std::string required;
+        for (const HarnString& property : test->requiredProperties()) {
+            required += (required.empty() ? "" : ", ") + property.utf8();
+        }
         text += "  " + test->name().utf8() + " \"" + test->localizedName().utf8() + "\"\n" +
                 "      capability " + test->capability().toString() + "; " +
                 (test->interactive() ? "interactive" : "not interactive") + ", " +
                 (test->createsOwnGUI() ? "own GUI" : "no own GUI") + ", " +
                 (test->enumeratesOnlyOnce() ? "first fitting device only" : "every fitting device") + "\n" +
                 "      excludes devices with: " + (exclusions.empty() ? std::string("none") : exclusions) + "\n" +
+                (required.empty() ? std::string() : "      requires devices with: " + required + "\n") +
                 "      parameters: " + names(test->parameters()) + "\n";
     }
     text += "Parameters:\n";

@@ -95,9 +95,22 @@ bool Test::lists(const Parameter* parameter) const
     return std::find(m_parameters.begin(), m_parameters.end(), parameter) != m_parameters.end();
 }
 
+Test* Test::requireDeviceProperty(const HarnString& property)
+{
+    m_required.push_back(property);
+    return this;
+}
+
+const std::vector<HarnString>& Test::requiredProperties() const
+{
+    return m_required;
+}
+
 bool Test::excludes(const DiagDevice& device) const
 {
-    return std::any_of(m_exclusions.begin(), m_exclusions.end(), [&](const Exclusion& exclusion) {
+    const bool lacking = std::any_of(m_required.begin(), m_required.end(),
+                                     [&](const HarnString& property) { return device.property(property) == nullptr; });
+    return lacking || std::any_of(m_exclusions.begin(), m_exclusions.end(), [&](const Exclusion& exclusion) {
         const DeviceProperty* property = device.property(exclusion.first);
         return property != nullptr &&
                (exclusion.second.empty() ||

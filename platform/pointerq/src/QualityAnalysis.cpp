@@ -23,6 +23,37 @@ QualityAnalysis::QualityAnalysis(const Settings& settings)
 {
 }
 
+std::optional<QualityAnalysis::Settings> QualityAnalysis::settingsFrom(std::uint32_t chatterMs,
+                                                                      std::uint32_t idleSeconds,
+                                                                      std::uint32_t minRateHz,
+                                                                      const std::vector<std::string>& checks,
+                                                                      std::string& error)
+{
+    Settings settings;
+    settings.chatterThresholdUs = 1000LL * (chatterMs == 0 ? kDefaultChatterMs : chatterMs);
+    settings.idleUs = 1000000LL * (idleSeconds == 0 ? kDefaultIdleSeconds : idleSeconds);
+    settings.minRateHz = minRateHz;
+    if (checks.empty()) {
+        return settings;
+    }
+    for (bool& required : settings.required) {
+        required = false;
+    }
+    for (const std::string& given : checks) {
+        bool known = false;
+        for (int check = 0; check < CheckCount; ++check) {
+            if (given == name(static_cast<Check>(check))) {
+                settings.required[check] = known = true;
+            }
+        }
+        if (!known) {
+            error = "RequiredChecks: \"" + given + "\" is not a check; give rate, buttons, wheel or idle";
+            return std::nullopt;
+        }
+    }
+    return settings;
+}
+
 const char* QualityAnalysis::name(Check check)
 {
     static const char* const names[] = {"rate", "buttons", "wheel", "idle"};

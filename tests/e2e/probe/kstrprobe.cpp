@@ -72,6 +72,10 @@ bool describe(const wchar_t* prefix, const std::vector<int>& ids)
         GetWindowRect(control, &rect);
         wchar_t text[512] = {};
         GetWindowTextW(control, text, 512);
+        // One answer is one line: the lines of a multi-line text are joined by blanks.
+        for (wchar_t* c = text; *c != L'\0'; ++c) {
+            *c = (*c == L'\r' || *c == L'\n') ? L' ' : *c;
+        }
         std::printf("%ld %ld %ld %ld %d %d %s\n", rect.left, rect.top, rect.right - rect.left,
                     rect.bottom - rect.top, IsWindowEnabled(control) ? 1 : 0, IsWindowVisible(control) ? 1 : 0,
                     utf8(text).c_str());

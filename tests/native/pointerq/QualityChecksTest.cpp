@@ -249,3 +249,23 @@ TEST(QualityAnalysis, CompleteOnlyWhenEveryCheckAskedForHasRun)
     EXPECT_EQ(figure("RightChatter").value, 0);
     EXPECT_EQ(figure("LargestJump").unit, "counts");
 }
+
+TEST(QualityAnalysis, SettingsComeFromTheParametersWithDefaultsForUnsetOnes)
+{
+    std::string error;
+    const auto plain = QualityAnalysis::settingsFrom(0, 0, 0, {}, error);
+    ASSERT_TRUE(plain.has_value());
+    EXPECT_EQ(plain->chatterThresholdUs, 40 * kMs);
+    EXPECT_EQ(plain->idleUs, 5000 * kMs);
+    EXPECT_TRUE(plain->required[QualityAnalysis::Idle]);
+
+    const auto chosen = QualityAnalysis::settingsFrom(25, 2, 500, {"rate", "idle"}, error);
+    ASSERT_TRUE(chosen.has_value());
+    EXPECT_EQ(chosen->chatterThresholdUs, 25 * kMs);
+    EXPECT_EQ(chosen->minRateHz, 500U);
+    EXPECT_TRUE(chosen->required[QualityAnalysis::Rate]);
+    EXPECT_FALSE(chosen->required[QualityAnalysis::Buttons]);
+
+    EXPECT_FALSE(QualityAnalysis::settingsFrom(0, 0, 0, {"rate", "speed"}, error).has_value());
+    EXPECT_EQ(error, "RequiredChecks: \"speed\" is not a check; give rate, buttons, wheel or idle");
+}

@@ -30,6 +30,8 @@ public:
     // Excludes devices that have the property with this value (ignoring case), or with any
     // value when the value is empty.
     Test* addDevicePropertyExclusion(const HarnString& property, const HarnString& value);
+    // Excludes devices that lack the property (such as the InterfacePath of a live device).
+    Test* requireDeviceProperty(const HarnString& property);
 
     const HarnString& localizedName() const;   // display name in the current language
 
@@ -41,6 +43,7 @@ public:
     bool enumeratesOnlyOnce() const;
     const std::vector<const Parameter*>& parameters() const;
     const std::vector<Exclusion>& exclusions() const;
+    const std::vector<HarnString>& requiredProperties() const;
 
     bool lists(const Parameter* parameter) const;
     bool excludes(const DiagDevice& device) const;
@@ -56,6 +59,7 @@ private:
     bool m_enumeratesOnlyOnce = false;
     std::vector<const Parameter*> m_parameters;
     std::vector<Exclusion> m_exclusions;
+    std::vector<HarnString> m_required;
     mutable HarnString m_localizedName;
 };
 

@@ -2,6 +2,7 @@
 // Every quality check of one pointing device over one run, fed with its reports: which checks the
 // settings ask for, whether each has run, what was found, and the figures for the report.
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,6 +35,14 @@ public:
     };
 
     static constexpr std::uint64_t kIntervalsForRate = 100;
+    static constexpr std::uint32_t kDefaultChatterMs = 40;
+    static constexpr std::uint32_t kDefaultIdleSeconds = 5;
+
+    // Settings from the test's parameters, where 0 (unset) takes the default and an empty list
+    // of checks asks for all of them; none, with what is wrong in error, for a check not known.
+    static std::optional<Settings> settingsFrom(std::uint32_t chatterMs, std::uint32_t idleSeconds,
+                                                std::uint32_t minRateHz, const std::vector<std::string>& checks,
+                                                std::string& error);
 
     explicit QualityAnalysis(const Settings& settings);
 

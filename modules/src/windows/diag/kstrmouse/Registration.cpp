@@ -7,6 +7,7 @@
 #include "harn5/Host.h"
 #include "padkit/LiveDeviceSource.h"
 #include "padkit/SessionDeviceProvider.h"
+#include "quality/PointerQualityTest.h"
 #include "synaptics/synaptics.h"
 
 using harn5::DataType;
@@ -225,6 +226,64 @@ namespace {
 harn5::LocalizedString* const texts::BUTTON_CANCEL = text("BUTTON_CANCEL");
 harn5::LocalizedString* const texts::BUTTON_FAIL = text("BUTTON_FAIL");
 harn5::LocalizedString* const texts::BUTTON_SKIP = text("BUTTON_SKIP");
+
+// 13. The pointer quality test, after everything above: its parameters, events (all reported
+// by its entry point), texts, and the test, on every live device (one with an InterfacePath).
+harn5::Parameter* const params::uChatterThresholdMs = parameter("uChatterThresholdMs", DataType::UINT32());
+harn5::Parameter* const params::uIdleSeconds = parameter("uIdleSeconds", DataType::UINT32());
+harn5::Parameter* const params::uMinReportRateHz = parameter("uMinReportRateHz", DataType::UINT32());
+harn5::Parameter* const params::RequiredChecks = parameter("RequiredChecks", DataType::STRINGARRAY());
+harn5::Event* const events::BUTTON_CHATTER_DETECTED =
+    event("BUTTON_CHATTER_DETECTED", "error", "PointerQualityTest", 60);
+harn5::Event* const events::WHEEL_DIRECTION_REVERSAL =
+    event("WHEEL_DIRECTION_REVERSAL", "error", "PointerQualityTest", 60);
+harn5::Event* const events::POINTER_DRIFT_WHILE_IDLE =
+    event("POINTER_DRIFT_WHILE_IDLE", "error", "PointerQualityTest", 60);
+harn5::Event* const events::POINTER_JUMP =
+    event("POINTER_JUMP", "error", "PointerQualityTest", 60);
+harn5::Event* const events::REPORT_RATE_BELOW_MINIMUM =
+    event("REPORT_RATE_BELOW_MINIMUM", "error", "PointerQualityTest", 60);
+harn5::Event* const events::POINTER_QUALITY_TEST_FAILED =
+    event("POINTER_QUALITY_TEST_FAILED", "error", "PointerQualityTest", 66);
+harn5::LocalizedString* const texts::PqInstructions = text("PqInstructions");
+harn5::LocalizedString* const texts::PqGroupRate = text("PqGroupRate");
+harn5::LocalizedString* const texts::PqGroupButtons = text("PqGroupButtons");
+harn5::LocalizedString* const texts::PqGroupIdle = text("PqGroupIdle");
+harn5::LocalizedString* const texts::PqButtonHandsOff = text("PqButtonHandsOff");
+harn5::LocalizedString* const texts::PqRate = text("PqRate");
+harn5::LocalizedString* const texts::PqIntervals = text("PqIntervals");
+harn5::LocalizedString* const texts::PqDropouts = text("PqDropouts");
+harn5::LocalizedString* const texts::PqJumps = text("PqJumps");
+harn5::LocalizedString* const texts::PqLeft = text("PqLeft");
+harn5::LocalizedString* const texts::PqRight = text("PqRight");
+harn5::LocalizedString* const texts::PqMiddle = text("PqMiddle");
+harn5::LocalizedString* const texts::PqBack = text("PqBack");
+harn5::LocalizedString* const texts::PqForward = text("PqForward");
+harn5::LocalizedString* const texts::PqPresses = text("PqPresses");
+harn5::LocalizedString* const texts::PqChatter = text("PqChatter");
+harn5::LocalizedString* const texts::PqWheel = text("PqWheel");
+harn5::LocalizedString* const texts::PqReversals = text("PqReversals");
+harn5::LocalizedString* const texts::PqIdleNotRun = text("PqIdleNotRun");
+harn5::LocalizedString* const texts::PqIdleLeadIn = text("PqIdleLeadIn");
+harn5::LocalizedString* const texts::PqIdleRunning = text("PqIdleRunning");
+harn5::LocalizedString* const texts::PqIdleClean = text("PqIdleClean");
+harn5::LocalizedString* const texts::PqIdleDrift = text("PqIdleDrift");
+harn5::LocalizedString* const texts::PqStillToDo = text("PqStillToDo");
+harn5::LocalizedString* const texts::PqCheckRate = text("PqCheckRate");
+harn5::LocalizedString* const texts::PqCheckButtons = text("PqCheckButtons");
+harn5::LocalizedString* const texts::PqCheckWheel = text("PqCheckWheel");
+harn5::LocalizedString* const texts::PqCheckIdle = text("PqCheckIdle");
+harn5::LocalizedString* const texts::PqFound = text("PqFound");
+harn5::LocalizedString* const texts::PqAllDone = text("PqAllDone");
+harn5::Test* const tests::PointerQualityTest =
+    DiagModule::createTest(HarnString("PointerQualityTest"), DeviceCapability::Mouse(), &runPointerQualityTest)
+        ->setInteractive(true)
+        ->setCreatesOwnGUI(true)
+        ->requireDeviceProperty(HarnString("InterfacePath"))
+        ->addParameter(params::uChatterThresholdMs)
+        ->addParameter(params::uIdleSeconds)
+        ->addParameter(params::uMinReportRateHz)
+        ->addParameter(params::RequiredChecks);
 
 }  // namespace kstrmouse
 

@@ -22,6 +22,13 @@ extern harn5::Event* const SCROLL_WHEEL_DOWN_NOT_RECEIVED;
 extern harn5::Event* const FIRST_SIDE_MOUSE_BUTTON_NOT_RECEIVED;
 extern harn5::Event* const SECOND_SIDE_MOUSE_BUTTON_NOT_RECEIVED;
 extern harn5::Event* const MOUSE_DRAG_NOT_RECEIVED;
+// The pointer quality test: one per kind of finding, and the user's own Fail.
+extern harn5::Event* const BUTTON_CHATTER_DETECTED;
+extern harn5::Event* const WHEEL_DIRECTION_REVERSAL;
+extern harn5::Event* const POINTER_DRIFT_WHILE_IDLE;
+extern harn5::Event* const POINTER_JUMP;
+extern harn5::Event* const REPORT_RATE_BELOW_MINIMUM;
+extern harn5::Event* const POINTER_QUALITY_TEST_FAILED;
 }  // namespace events
 
 namespace texts {
@@ -81,6 +88,37 @@ extern harn5::LocalizedString* const MOUSE_WHEEL_DOWN_TEST_INSTRUCTION;
 extern harn5::LocalizedString* const BUTTON_CANCEL;
 extern harn5::LocalizedString* const BUTTON_FAIL;
 extern harn5::LocalizedString* const BUTTON_SKIP;
+// Pointer quality dialog.
+extern harn5::LocalizedString* const PqInstructions;
+extern harn5::LocalizedString* const PqGroupRate;
+extern harn5::LocalizedString* const PqGroupButtons;
+extern harn5::LocalizedString* const PqGroupIdle;
+extern harn5::LocalizedString* const PqButtonHandsOff;
+extern harn5::LocalizedString* const PqRate;
+extern harn5::LocalizedString* const PqIntervals;
+extern harn5::LocalizedString* const PqDropouts;
+extern harn5::LocalizedString* const PqJumps;
+extern harn5::LocalizedString* const PqLeft;
+extern harn5::LocalizedString* const PqRight;
+extern harn5::LocalizedString* const PqMiddle;
+extern harn5::LocalizedString* const PqBack;
+extern harn5::LocalizedString* const PqForward;
+extern harn5::LocalizedString* const PqPresses;
+extern harn5::LocalizedString* const PqChatter;
+extern harn5::LocalizedString* const PqWheel;
+extern harn5::LocalizedString* const PqReversals;
+extern harn5::LocalizedString* const PqIdleNotRun;
+extern harn5::LocalizedString* const PqIdleLeadIn;
+extern harn5::LocalizedString* const PqIdleRunning;
+extern harn5::LocalizedString* const PqIdleClean;
+extern harn5::LocalizedString* const PqIdleDrift;
+extern harn5::LocalizedString* const PqStillToDo;
+extern harn5::LocalizedString* const PqCheckRate;
+extern harn5::LocalizedString* const PqCheckButtons;
+extern harn5::LocalizedString* const PqCheckWheel;
+extern harn5::LocalizedString* const PqCheckIdle;
+extern harn5::LocalizedString* const PqFound;
+extern harn5::LocalizedString* const PqAllDone;
 }  // namespace texts
 
 namespace params {
@@ -96,6 +134,10 @@ extern harn5::Parameter* const bRequireRightClick;
 extern harn5::Parameter* const bRequireAllButtons;
 extern harn5::Parameter* const TestGamingButtons;
 extern harn5::Parameter* const RequireScrollWheelButton;
+extern harn5::Parameter* const uChatterThresholdMs;
+extern harn5::Parameter* const uIdleSeconds;
+extern harn5::Parameter* const uMinReportRateHz;
+extern harn5::Parameter* const RequiredChecks;
 }  // namespace params
 
 namespace tests {
@@ -103,6 +145,7 @@ namespace tests {
 // dialog asks the host for the running test instead.
 extern harn5::Test* const MouseInteractiveTest;
 extern harn5::Test* const MouseTest;
+extern harn5::Test* const PointerQualityTest;
 }  // namespace tests
 
 }  // namespace kstrmouse
