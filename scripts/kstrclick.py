@@ -21,6 +21,8 @@ XBUTTON1, XBUTTON2 = 8, 9
 class ClickTestRun(ModuleRun):
     """One kstrmouse.kmx process running MouseInteractiveTest, its report and its dialog."""
 
+    wait_seconds, poll_seconds = 15, 0.1
+
     def __init__(self, session, folder, *args, gaming=False, shots=None, prefix=None, cwd=None):
         layout = ["--param", f"TestGamingButtons={'true' if gaming else 'false'}"]
         super().__init__(session, folder, "--test", "MouseInteractiveTest", *layout, *args, cwd=cwd)
@@ -41,13 +43,6 @@ class ClickTestRun(ModuleRun):
         c = self.control(control_id)
         return c is not None and c["visible"]
 
-    def wait_for(self, condition, what, timeout=15):
-        deadline = time.monotonic() + timeout
-        while time.monotonic() < deadline:
-            if condition():
-                return
-            time.sleep(0.1)
-        raise AssertionError(f"timed out waiting for {what}")
 
     def step_begun(self, sign):
         """The next step's sign shows and Fail is back, which happens after any pause."""

@@ -29,14 +29,6 @@ class MouseTestRun(ModuleRun):
     def control(self, control_id):
         return self.s.control(TITLE, control_id)
 
-    def wait_for(self, condition, what, timeout=10):
-        deadline = time.monotonic() + timeout
-        while time.monotonic() < deadline:
-            if condition():
-                return
-            time.sleep(0.2)
-        raise AssertionError(f"timed out waiting for {what}")
-
     def pass_enabled(self):
         return self.control(PASS_BUTTON)["enabled"]
 

@@ -23,6 +23,8 @@ STEP = 6             # pixels a glide moves per report
 class QualityRun(ModuleRun):
     """One kstrmouse.kmx process running PointerQualityTest, its report and its dialog."""
 
+    wait_seconds = 20
+
     def __init__(self, session, folder, *args, shots=None):
         session.move_pointer(*START)
         super().__init__(session, folder, "--test", "PointerQualityTest", *args)
@@ -32,13 +34,8 @@ class QualityRun(ModuleRun):
         self.wait_for(lambda: (self.s.control(TITLE, PASS_BUTTON) or {}).get("visible"), "the dialog's buttons")
         self.at = START
 
-    def wait_for(self, condition, what, timeout=20):
-        deadline = time.monotonic() + timeout
-        while time.monotonic() < deadline:
-            if condition():
-                return
-            time.sleep(0.2)
-        raise AssertionError(f"timed out waiting for {what}: {self.status()}")
+    def describe(self):
+        return f": {self.status()}"
 
     def status(self):
         return (self.s.control(TITLE, STATUS) or {}).get("text", "")

@@ -191,6 +191,21 @@ class ModuleRun:
         self.s, self.report = session, Path(folder) / "report.json"
         self.proc = session.spawn(*args, "--report", str(self.report), cwd=cwd)
 
+    wait_seconds, poll_seconds = 10, 0.2   # a driver's own pace of waiting
+
+    def wait_for(self, condition, what, timeout=None):
+        """Until condition() holds; AssertionError naming `what` (and describe()) after timeout."""
+        deadline = time.monotonic() + (timeout or self.wait_seconds)
+        while time.monotonic() < deadline:
+            if condition():
+                return
+            time.sleep(self.poll_seconds)
+        raise AssertionError(f"timed out waiting for {what}{self.describe()}")
+
+    def describe(self):
+        """What a driver adds to a time-out: the dialog's own account, where it has one."""
+        return ""
+
     def finish_output(self, timeout=60):
         try:
             out, err = self.proc.communicate(timeout=timeout)

@@ -17,6 +17,8 @@ PASS_BUTTON = 1008
 class LiveStickRun(ModuleRun):
     """One kstrmouse.kmx process running TrackPointTest on a live device, its report and dialog."""
 
+    wait_seconds = 20
+
     def __init__(self, session, folder, *args, device="stick:0", shots=None):
         super().__init__(session, folder, "--test", "TrackPointTest", "--device", device,
                          "--param", "bDisablePassUntilFinished=true", *args)
@@ -24,14 +26,6 @@ class LiveStickRun(ModuleRun):
         if not session.wait_window(TITLE, timeout=60):
             raise AssertionError(f"the {TITLE!r} dialog did not appear: {self.finish_output()}")
         self.wait_for(lambda: (self.s.control(TITLE, PASS_BUTTON) or {}).get("visible"), "the dialog's Pass button")
-
-    def wait_for(self, condition, what, timeout=20):
-        deadline = time.monotonic() + timeout
-        while time.monotonic() < deadline:
-            if condition():
-                return
-            time.sleep(0.2)
-        raise AssertionError(f"timed out waiting for {what}")
 
     def pass_enabled(self):
         return self.s.control(TITLE, PASS_BUTTON)["enabled"]

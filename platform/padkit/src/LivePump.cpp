@@ -1,6 +1,5 @@
 #include "LivePump.h"
 
-#include <cctype>
 #include <string>
 #include <utility>
 
@@ -14,19 +13,6 @@ namespace {
 constexpr unsigned kTickMs = 50;
 constexpr auto kRestAfter = std::chrono::milliseconds(60);     // longer than a stick's report interval
 constexpr auto kCheckEvery = std::chrono::milliseconds(1000);  // whether the handle still answers
-
-bool samePath(const std::string& a, const std::string& b)
-{
-    if (a.size() != b.size()) {
-        return false;
-    }
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        if (std::toupper(static_cast<unsigned char>(a[i])) != std::toupper(static_cast<unsigned char>(b[i]))) {
-            return false;
-        }
-    }
-    return true;
-}
 
 bool attached(std::uintptr_t device)
 {
@@ -70,15 +56,12 @@ _tagSYNStatus LivePump::attach()
 {
     m_receiver.reset();
     m_device = 0;
-    for (const rawkit::DeviceInfo& device : rawkit::RawInputDevices::enumerate({})) {
-        if (samePath(device.path, m_entry.liveDevice)) {
-            m_device = device.handle;
-            m_description.pnpId = device.hardwareId;
-        }
-    }
-    if (m_device == 0) {
+    const std::optional<rawkit::DeviceInfo> found = rawkit::RawInputDevices::find(m_entry.liveDevice);
+    if (!found) {
         return SYN_DEVICE_ABSENT;
     }
+    m_device = found->handle;
+    m_description.pnpId = found->hardwareId;
     m_description.type = m_entry.type;
     const bool touchpad = m_entry.type == SynDeviceTouchPad;
     if (touchpad) {
@@ -101,8 +84,8 @@ _tagSYNStatus LivePump::attach()
     }
     rawkit::RawInputReceiver::Handlers handlers;
     handlers.input = [this](const RAWINPUT& input) { onInput(input); };
-    handlers.removed = [this](std::uintptr_t device) {
-        if (device == m_device) {
+    handlers.removed = [this](std::uintptr_t removed) {
+        if (removed == m_device) {
             lose();
         }
     };

@@ -9,6 +9,7 @@
 #include "harn5/HarnException.h"
 #include "harn5/Text.h"
 #include "padkit/LiveDeviceCatalog.h"
+#include "rawkit/InterfacePath.h"
 
 namespace padkit {
 
@@ -17,13 +18,6 @@ namespace {
 [[noreturn]] void fail(const std::string& message)
 {
     throw harn5::HarnException(harn5::HarnString(message));
-}
-
-std::string upper(std::string text)
-{
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
-    return text;
 }
 
 std::optional<std::size_t> asIndex(const std::string& text)
@@ -58,11 +52,11 @@ harn5::DiagDevice StickDeviceProvider::makeDevice(const Request& request)
         }
         chosen = *index;
     } else {
-        const std::string text = upper(request.source);
+        const std::string text = rawkit::InterfacePath::upper(request.source);
         std::vector<std::size_t> matches;
         for (std::size_t i = 0; i < devices.size(); ++i) {
-            if (upper(devices[i].path).find(text) != std::string::npos ||
-                upper(devices[i].hardwareId).find(text) != std::string::npos) {
+            if (rawkit::InterfacePath::upper(devices[i].path).find(text) != std::string::npos ||
+                rawkit::InterfacePath::upper(devices[i].hardwareId).find(text) != std::string::npos) {
                 matches.push_back(i);
             }
         }

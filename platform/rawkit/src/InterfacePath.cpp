@@ -7,18 +7,9 @@ namespace rawkit {
 
 namespace {
 
-std::string upper(std::string_view text)
-{
-    std::string out(text);
-    for (char& c : out) {
-        c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    }
-    return out;
-}
-
 std::optional<std::uint16_t> hexAfter(std::string_view path, std::string_view tag)
 {
-    const std::string text = upper(path);
+    const std::string text = InterfacePath::upper(path);
     for (std::size_t at = text.find(tag); at != std::string::npos; at = text.find(tag, at + 1)) {
         // A tag is a whole field: it starts the path or follows a separator.
         if (at > 0 && std::isalnum(static_cast<unsigned char>(text[at - 1])) != 0) {
@@ -60,6 +51,15 @@ std::string InterfacePath::hardwareId(std::string_view path)
     std::string id(rest.substr(0, second));
     id[first] = '\\';
     return upper(id);
+}
+
+std::string InterfacePath::upper(std::string_view text)
+{
+    std::string out(text);
+    for (char& c : out) {
+        c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    }
+    return out;
 }
 
 std::optional<std::uint16_t> InterfacePath::vendorId(std::string_view path)

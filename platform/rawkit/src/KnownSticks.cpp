@@ -1,5 +1,7 @@
 #include "rawkit/KnownSticks.h"
 
+#include "rawkit/InterfacePath.h"
+
 #include <cctype>
 #include <fstream>
 #include <sstream>
@@ -8,15 +10,6 @@
 namespace rawkit {
 
 namespace {
-
-std::string upper(std::string_view text)
-{
-    std::string out(text);
-    for (char& c : out) {
-        c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    }
-    return out;
-}
 
 std::string_view trim(std::string_view text)
 {
@@ -35,7 +28,7 @@ std::string_view trim(std::string_view text)
 KnownSticks::KnownSticks(std::vector<std::string> ids)
 {
     for (const std::string& id : ids) {
-        m_ids.push_back(upper(id));
+        m_ids.push_back(InterfacePath::upper(id));
     }
 }
 
@@ -67,7 +60,7 @@ KnownSticks KnownSticks::load(const std::filesystem::path& file)
 
 bool KnownSticks::contains(std::string_view hardwareId) const
 {
-    const std::string id = upper(hardwareId);
+    const std::string id = InterfacePath::upper(hardwareId);
     for (const std::string& entry : m_ids) {
         if (id.compare(0, entry.size(), entry) != 0) {
             continue;

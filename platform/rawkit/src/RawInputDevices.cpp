@@ -110,6 +110,17 @@ std::vector<DeviceInfo> RawInputDevices::enumerate(const KnownSticks& sticks)
     return devices;
 }
 
+std::optional<DeviceInfo> RawInputDevices::find(const std::string& path)
+{
+    const std::string wanted = InterfacePath::upper(path);
+    for (DeviceInfo& device : enumerate({})) {
+        if (InterfacePath::upper(device.path) == wanted) {
+            return device;
+        }
+    }
+    return std::nullopt;
+}
+
 std::string RawInputDevices::interfacePath(std::uintptr_t handle)
 {
     UINT length = 0;

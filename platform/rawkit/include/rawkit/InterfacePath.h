@@ -18,6 +18,8 @@ public:
     static std::optional<std::uint16_t> productId(std::string_view path);
     // "045E:0823", or empty when either number is missing.
     static std::string vidPid(std::string_view path);
+    // Paths and hardware ids compare ignoring case: in upper case (ASCII).
+    static std::string upper(std::string_view text);
 };
 
 }  // namespace rawkit

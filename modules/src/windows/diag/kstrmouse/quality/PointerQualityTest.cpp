@@ -2,7 +2,6 @@
 
 #include <windows.h>
 
-#include <cctype>
 #include <string>
 #include <vector>
 
@@ -22,30 +21,6 @@ namespace {
 // Source lines that the report carries for the events.
 constexpr int kLineFinding = 60;
 constexpr int kLineFailedByUser = 66;
-
-bool samePath(const std::string& a, const std::string& b)
-{
-    if (a.size() != b.size()) {
-        return false;
-    }
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        if (std::toupper(static_cast<unsigned char>(a[i])) != std::toupper(static_cast<unsigned char>(b[i]))) {
-            return false;
-        }
-    }
-    return true;
-}
-
-// The raw input handle of the attached device with this interface path; 0 when none.
-std::uintptr_t attached(const std::string& path)
-{
-    for (const rawkit::DeviceInfo& device : rawkit::RawInputDevices::enumerate({})) {
-        if (samePath(device.path, path)) {
-            return device.handle;
-        }
-    }
-    return 0;
-}
 
 QualityAnalysis::Settings settings()
 {
@@ -83,12 +58,13 @@ TestResult runPointerQualityTest(const harn5::DiagDevice& device)
 {
     const QualityAnalysis::Settings chosen = settings();
     const harn5::DeviceProperty* path = device.property(harn5::HarnString("InterfacePath"));
-    const std::uintptr_t handle = path == nullptr ? 0 : attached(path->text().utf8());
-    if (handle == 0) {
+    const std::optional<rawkit::DeviceInfo> attached =
+        path == nullptr ? std::nullopt : rawkit::RawInputDevices::find(path->text().utf8());
+    if (!attached) {
         ksx::cerr << "PointerQualityTest: " << device.name().utf8().c_str() << " is not attached any more" << ksx::endl;
         return TestResult::CANNOTRUN();
     }
-    CPointerQualityDlg dialog(handle, chosen);
+    CPointerQualityDlg dialog(attached->handle, chosen);
     if (dialog.DoModal() == -1) {
         return TestResult::CANNOTRUN();
     }
