@@ -80,6 +80,14 @@ TEST(MouseDialogDropTarget, AcceptsOnlyAMoveOntoTheEmptyTargetAfterEntering)
         // The filled target shows for a second; then the empty target and the source return.
         EXPECT_TRUE(PumpUntil([&] { return d.Visible(IDC_DROP_TARGET) && d.Visible(IDC_DRAG_SOURCE); }));
         EXPECT_FALSE(d.Visible(IDC_DROP_TARGET_FILLED));
+
+        // A drop within 100 ms of a wheel notch empties its target all the same.
+        d.Send(WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);
+        EXPECT_EQ(target.OnDragEnter(pDialog, &data, 0, onTarget), DROPEFFECT_MOVE);
+        EXPECT_TRUE(target.OnDrop(pDialog, &data, DROPEFFECT_MOVE, onTarget));
+        EXPECT_TRUE(d.Visible(IDC_DROP_TARGET_FILLED));
+        EXPECT_TRUE(PumpUntil([&] { return d.Visible(IDC_DROP_TARGET) && d.Visible(IDC_DRAG_SOURCE); }));
+        EXPECT_FALSE(d.Visible(IDC_DROP_TARGET_FILLED));
     });
 }
 

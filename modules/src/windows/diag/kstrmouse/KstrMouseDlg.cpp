@@ -35,7 +35,10 @@ constexpr int kLineWheelTimerKillFailed = 1012;
 constexpr int kLineDropTimerKillFailed = 1023;
 
 // One id serves the wheel timer and the drop timer; m_bWheelMoved tells which one expired.
-constexpr UINT_PTR kWheelOrDropTimer = 1;
+// The wheel and the drop each have their own timer: a drop within the wheel's 100 ms would
+// otherwise take the wheel's expiry and leave the filled target on screen.
+constexpr UINT_PTR kWheelTimer = 1;
+constexpr UINT_PTR kDropTimer = 4;
 constexpr UINT_PTR kStopTimer = 2;
 constexpr UINT_PTR kPositionTimer = 3;
 constexpr UINT kWheelPeriodMs = 100;
@@ -159,7 +162,7 @@ bool CKstrMouseDlg::Windows10PE()
 
 void CKstrMouseDlg::StartDropTimer()
 {
-    m_nDropTimer = static_cast<UINT>(SetTimer(kWheelOrDropTimer, kDropPeriodMs));
+    m_nDropTimer = static_cast<UINT>(SetTimer(kDropTimer, kDropPeriodMs));
 }
 
 void CKstrMouseDlg::DoDataExchange(CDataExchange* pDX)
@@ -468,7 +471,7 @@ void CKstrMouseDlg::UpdateStatusPicture()
 // WM_MOUSEWHEEL: the vertical arrow and the bar follow the direction; away from the user is up.
 BOOL CKstrMouseDlg::OnMouseWheel(UINT nFlags, short zDelta, CPoint pt)
 {
-    m_nWheelTimer = static_cast<UINT>(SetTimer(kWheelOrDropTimer, kWheelPeriodMs));
+    m_nWheelTimer = static_cast<UINT>(SetTimer(kWheelTimer, kWheelPeriodMs));
     const bool towardUser = zDelta < 1;
     ShowControl(IDC_WHEEL_UP, towardUser ? SW_HIDE : SW_SHOW);
     ShowControl(IDC_WHEEL_DOWN, towardUser ? SW_SHOW : SW_HIDE);
@@ -492,7 +495,7 @@ BOOL CKstrMouseDlg::OnMouseWheel(UINT nFlags, short zDelta, CPoint pt)
 // WM_MOUSEHWHEEL: one tilt arrow shows until the wheel timer expires.
 void CKstrMouseDlg::OnMouseHWheel(UINT, short zDelta, CPoint)
 {
-    m_nWheelTimer = static_cast<UINT>(SetTimer(kWheelOrDropTimer, kWheelPeriodMs));
+    m_nWheelTimer = static_cast<UINT>(SetTimer(kWheelTimer, kWheelPeriodMs));
     const bool left = zDelta < 1;
     ShowControl(IDC_TILT_LEFT, left ? SW_SHOW : SW_HIDE);
     ShowControl(IDC_TILT_RIGHT, left ? SW_HIDE : SW_SHOW);
@@ -518,12 +521,11 @@ void CKstrMouseDlg::OnTimer(UINT_PTR nIDEvent)
     case kPositionTimer:
         OnPositionTimer();
         break;
-    case kWheelOrDropTimer:
-        if (m_bWheelMoved) {
-            OnWheelTimer();
-        } else {
-            OnDropTimer();
-        }
+    case kWheelTimer:
+        OnWheelTimer();
+        break;
+    case kDropTimer:
+        OnDropTimer();
         break;
     case kStopTimer:
         OnStopTimer();
@@ -556,7 +558,7 @@ void CKstrMouseDlg::OnWheelTimer()
         KSX_LOG(s_log, "kstrmouse", ksx::LoggerPriority::PRIORITY_DEBUG, kLineWheelTimerKillFailed,
                 "Error killing mouse wheel Timer");
     }
-    KSXDialog::OnTimer(kWheelOrDropTimer);
+    KSXDialog::OnTimer(kWheelTimer);
 }
 
 // A second after an accepted drop the target empties and the source returns.
@@ -569,7 +571,7 @@ void CKstrMouseDlg::OnDropTimer()
         KSX_LOG(s_log, "kstrmouse", ksx::LoggerPriority::PRIORITY_DEBUG, kLineDropTimerKillFailed,
                 "Error killing drag and drop timer Timer");
     }
-    KSXDialog::OnTimer(kWheelOrDropTimer);
+    KSXDialog::OnTimer(kDropTimer);
 }
 
 // Every 750 ms: a stop request from the host ends the test, once More Info has closed itself.
