@@ -207,6 +207,29 @@ TEST(MouseDialogChord, LeftAndRightTogetherStandInForTheMiddleButton)
     }
 }
 
+TEST(MouseDialogChord, ASecondQuickPressIsAPressSoItsChordIsReportedAsOne)
+{
+    // Left click, left again within the double-click time, right press, left release: the second
+    // left press arrives as a double click, and the middle button it makes is a chord's.
+    const ParamsTrue finished({params::bDisablePassUntilFinished, params::bRequireAllButtons});
+    const std::size_t mark = mousetest::ModuleEventCount();
+    EXPECT_EQ(RunMouseDialog([](Dialog& d) {
+                  LeftClick(d);
+                  d.Send(WM_LBUTTONDBLCLK, MK_LBUTTON);
+                  EXPECT_EQ(ShownPicture(d), IDC_WHEEL_LEFT);
+                  d.Send(WM_RBUTTONDOWN, MK_LBUTTON | MK_RBUTTON);
+                  EXPECT_EQ(ShownPicture(d), IDC_WHEEL_MIDDLE);
+                  d.Send(WM_LBUTTONUP, MK_RBUTTON);
+                  d.Send(WM_RBUTTONUP);
+                  RightClick(d);
+                  WheelAway(d);
+                  EXPECT_TRUE(d.Enabled(IDC_PASS));
+                  d.Click(IDC_PASS);
+              }),
+              TestResult::PASS());
+    EXPECT_EQ(EventsSince(mark), std::vector<std::string>{"UserMimicMiddleButton warning KstrMouseDlg 410"});
+}
+
 TEST(MouseDialogChord, TwoButtonMouseIgnoresTheSecondButton)
 {
     const SystemMetricsOverride noWheel(SM_MOUSEWHEELPRESENT, 0);

@@ -102,8 +102,10 @@ BEGIN_MESSAGE_MAP(CKstrMouseDlg, KSXDialog)
     ON_WM_CREATE()
     ON_WM_DESTROY()
     ON_WM_LBUTTONDOWN()
+    ON_WM_LBUTTONDBLCLK()
     ON_WM_LBUTTONUP()
     ON_WM_RBUTTONDOWN()
+    ON_WM_RBUTTONDBLCLK()
     ON_WM_RBUTTONUP()
     ON_WM_MBUTTONDOWN()
     ON_WM_MBUTTONUP()
@@ -346,6 +348,11 @@ void CKstrMouseDlg::OnLButtonDown(UINT nFlags, CPoint point)
     KSXDialog::OnLButtonDown(nFlags, point);
 }
 
+void CKstrMouseDlg::OnLButtonDblClk(UINT nFlags, CPoint point)
+{
+    OnLButtonDown(nFlags, point);
+}
+
 // WM_LBUTTONUP: the primary button is seen, and a drag this dialog started is closed.
 void CKstrMouseDlg::OnLButtonUp(UINT nFlags, CPoint point)
 {
@@ -390,6 +397,11 @@ void CKstrMouseDlg::OnRButtonDown(UINT nFlags, CPoint point)
     CaptureMouse();
     UpdateStatusPicture();
     KSXDialog::OnRButtonDown(nFlags, point);
+}
+
+void CKstrMouseDlg::OnRButtonDblClk(UINT nFlags, CPoint point)
+{
+    OnRButtonDown(nFlags, point);
 }
 
 // WM_RBUTTONUP: the secondary button is seen, or a chord ends.
