@@ -230,6 +230,27 @@ TEST(MouseDialogChord, ASecondQuickPressIsAPressSoItsChordIsReportedAsOne)
     EXPECT_EQ(EventsSince(mark), std::vector<std::string>{"UserMimicMiddleButton warning KstrMouseDlg 410"});
 }
 
+TEST(MouseDialogChord, ALeftPressReleasedOutsideTheDialogMakesNoLaterChord)
+{
+    // A press on the drag source takes no capture: its release outside the dialog never comes.
+    const ParamsTrue finished({params::bDisablePassUntilFinished, params::bRequireRightClick});
+    const std::size_t mark = mousetest::ModuleEventCount();
+    EXPECT_EQ(RunMouseDialog([](Dialog& d) {
+                  POINT source = d.Centre(IDC_DRAG_SOURCE);
+                  ::ScreenToClient(d.hwnd(), &source);
+                  d.Send(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(source.x, source.y));
+                  d.Send(WM_MOUSEMOVE, 0, MAKELPARAM(5, 5));   // back, with no button held
+                  EXPECT_EQ(ShownPicture(d), IDC_WHEEL_IDLE);
+                  d.Send(WM_RBUTTONDOWN, MK_RBUTTON);
+                  EXPECT_EQ(ShownPicture(d), IDC_WHEEL_RIGHT);   // the right button, not a chord
+                  d.Send(WM_RBUTTONUP);
+                  EXPECT_TRUE(d.Enabled(IDC_PASS));
+                  d.Click(IDC_PASS);
+              }),
+              TestResult::PASS());
+    EXPECT_TRUE(EventsSince(mark).empty());
+}
+
 TEST(MouseDialogChord, TwoButtonMouseIgnoresTheSecondButton)
 {
     const SystemMetricsOverride noWheel(SM_MOUSEWHEELPRESENT, 0);

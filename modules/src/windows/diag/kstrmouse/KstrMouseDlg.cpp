@@ -110,6 +110,7 @@ BEGIN_MESSAGE_MAP(CKstrMouseDlg, KSXDialog)
     ON_WM_MBUTTONDOWN()
     ON_WM_MBUTTONUP()
     ON_WM_MOUSEMOVE()
+    ON_WM_CAPTURECHANGED()
     ON_WM_MOUSEWHEEL()
     ON_WM_MOUSEHWHEEL()
     ON_WM_TIMER()
@@ -714,10 +715,25 @@ bool CKstrMouseDlg::IsOverDragSource(CPoint p)
 // WM_MOUSEMOVE: the first move over the source after a press on it starts the drag.
 void CKstrMouseDlg::OnMouseMove(UINT nFlags, CPoint point)
 {
+    // A release the dialog never saw (outside it, without the capture) shows in the key-state
+    // flags of the next move: the button is let go of here, so it never makes a chord later.
+    if (m_bLeftDown && (nFlags & MK_LBUTTON) == 0) {
+        OnLButtonUp(nFlags, point);
+    }
+    if (m_bRightDown && (nFlags & MK_RBUTTON) == 0) {
+        OnRButtonUp(nFlags, point);
+    }
     if (m_iDragState == Armed && IsOverDragSource(point)) {
         StartDrag();
     }
     KSXDialog::OnMouseMove(nFlags, point);
+}
+
+void CKstrMouseDlg::OnCaptureChanged(CWnd* pWnd)
+{
+    // Taken by another window, the capture is no longer this dialog's to release.
+    m_bCaptured = pWnd != nullptr && pWnd->m_hWnd == m_hWnd;
+    KSXDialog::OnCaptureChanged(pWnd);
 }
 
 void CKstrMouseDlg::StartDrag()
