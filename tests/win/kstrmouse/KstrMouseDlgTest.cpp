@@ -207,6 +207,29 @@ TEST(MouseDialogChord, LeftAndRightTogetherStandInForTheMiddleButton)
     }
 }
 
+TEST(MouseDialogMissingChecks, TheLineUnderTheInstructionsNamesWhatIsLeftUntilPassOpens)
+{
+    const ParamsTrue finished({params::bDisablePassUntilFinished, params::bRequireAllButtons,
+                               params::bRequireDoubleClick});
+    RunMouseDialog([](Dialog& d) {
+        const std::wstring start = d.Text(IDC_MISSING_CHECKS);
+        EXPECT_EQ(start.rfind(L"Still to do: left button, right button, middle button, wheel", 0), 0U) << start;
+        EXPECT_NE(start.find(L"double click on the face"), std::wstring::npos) << start;
+        LeftClick(d);
+        RightClick(d);
+        EXPECT_EQ(d.Text(IDC_MISSING_CHECKS).find(L"left button"), std::wstring::npos) << d.Text(IDC_MISSING_CHECKS);
+        MiddleClick(d);
+        WheelAway(d);
+        DoubleClickFace(d);
+        d.Send(WM_LBUTTONUP);
+        // Tilt is demanded only where the system reports it.
+        const bool tilt = ::GetSystemMetrics(SM_MOUSEHORIZONTALWHEELPRESENT) != 0;
+        EXPECT_EQ(d.Text(IDC_MISSING_CHECKS), tilt ? L"Still to do: tilt" : L"") << d.Text(IDC_MISSING_CHECKS);
+        EXPECT_EQ(d.Enabled(IDC_PASS), !tilt);
+        d.Click(IDCANCEL);
+    });
+}
+
 TEST(MouseDialogChord, ASecondQuickPressIsAPressSoItsChordIsReportedAsOne)
 {
     // Left click, left again within the double-click time, right press, left release: the second

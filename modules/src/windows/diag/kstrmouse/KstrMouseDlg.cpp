@@ -221,6 +221,7 @@ BOOL CKstrMouseDlg::OnInitDialog()
         m_pPassButton->EnableWindow(FALSE);
     }
     SetDialogTexts();
+    ShowMissingChecks(getPassButtonPolicy() != DisabledUntilFinished);
     m_nPositionTimer = static_cast<UINT>(SetTimer(kPositionTimer, kPositionPeriodMs));
     if (!m_stopTimer.SetAsWindowTimer(this, kStopTimer, kStopPeriodMs)) {
         m_result = TestResult::INTERNALERROR();
@@ -605,30 +606,40 @@ HCURSOR CKstrMouseDlg::OnQueryDragIcon()
     return static_cast<HCURSOR>(m_hIcon);
 }
 
+std::vector<MissingChecks::Check> CKstrMouseDlg::Missing() const
+{
+    MissingChecks::Demands demands;
+    demands.doubleClick = params::bRequireDoubleClick->value().valueBool();
+    demands.dragAndDrop = params::bRequireDragAndDrop->value().valueBool();
+    demands.leftClick = params::bRequireLeftClick->value().valueBool();
+    demands.rightClick = params::bRequireRightClick->value().valueBool();
+    demands.allControls = params::bRequireAllButtons->value().valueBool();
+    return MissingChecks::of(demands, m_mouse, m_bDoubleClickDone, m_bDragDropDone);
+}
+
 bool CKstrMouseDlg::AllRequiredChecksDone() const
 {
-    if (params::bRequireDoubleClick->value().valueBool() && !m_bDoubleClickDone) {
-        return false;
-    }
-    if (params::bRequireDragAndDrop->value().valueBool() && !m_bDragDropDone) {
-        return false;
-    }
-    if (params::bRequireLeftClick->value().valueBool() && m_mouse.state[Mouse::LeftButton] < Seen) {
-        return false;
-    }
-    if (params::bRequireRightClick->value().valueBool() && m_mouse.state[Mouse::RightButton] < Seen) {
-        return false;
-    }
-    if (!params::bRequireAllButtons->value().valueBool()) {
-        return true;
-    }
-    // An absent control is not demanded; one that is present must have been used.
-    for (const std::uint32_t state : m_mouse.state) {
-        if (state == Untested) {
-            return false;
+    return Missing().empty();
+}
+
+void CKstrMouseDlg::ShowMissingChecks(bool passEnabled)
+{
+    static const harn5::LocalizedString* const* const names[] = {
+        &texts::MsgMouseCheckLeftButton, &texts::MsgMouseCheckRightButton, &texts::MsgMouseCheckMiddleButton,
+        &texts::MsgMouseCheckWheel,      &texts::MsgMouseCheckTilt,        &texts::MsgMouseCheckDoubleClick,
+        &texts::MsgMouseCheckDragAndDrop};
+    std::wstring line;
+    if (!passEnabled) {
+        for (const MissingChecks::Check check : Missing()) {
+            line += line.empty() ? std::wstring(Text(texts::MsgMouseStillToDo)) + L" " : std::wstring(L", ");
+            line += Text(*names[check]);
         }
     }
-    return true;
+    // Set only when it changes: each window call is dear, and this runs at every press.
+    if (line != m_missingLine) {
+        m_missingLine = line;
+        SetControlText(IDC_MISSING_CHECKS, m_missingLine.c_str());
+    }
 }
 
 void CKstrMouseDlg::RefreshPassButton()
@@ -640,6 +651,7 @@ void CKstrMouseDlg::RefreshPassButton()
     if ((m_pPassButton->IsWindowEnabled() != FALSE) != enable) {
         m_pPassButton->EnableWindow(enable ? TRUE : FALSE);
     }
+    ShowMissingChecks(enable);
 }
 
 void CKstrMouseDlg::OnBnClickedPass()

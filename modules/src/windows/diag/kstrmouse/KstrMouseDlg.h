@@ -8,7 +8,11 @@
 #include <cstdint>
 
 #include "COleDropWndTarget.h"
+#include <string>
+#include <vector>
+
 #include "DoubleClickTest.h"
+#include "MissingChecks.h"
 #include "MouseWheelBar.h"
 #include "WindowsMouse.h"
 #include "harn5/TestResult.h"
@@ -72,6 +76,9 @@ private:
     void UpdateStatusPicture();
     void RefreshPassButton();
     bool AllRequiredChecksDone() const;
+    std::vector<MissingChecks::Check> Missing() const;
+    // The line under the instructions: what is still to do, while the policy keeps Pass closed.
+    void ShowMissingChecks(bool passEnabled);
     // Whether p (client coordinates) lies on the drag source, widened by 2 pixels.
     static bool IsOverDragSource(CPoint p);
     void StartDrag();
@@ -100,6 +107,7 @@ private:
     DragState m_iDragState;
     bool m_bDoubleClickDone;
     bool m_bDragDropDone;
+    std::wstring m_missingLine;      // the line under the instructions as shown
     bool m_bCaptured;
     MouseWheelBar m_wheelBar;
     bool m_bLeftDown;

@@ -285,6 +285,16 @@ harn5::Test* const tests::PointerQualityTest =
         ->addParameter(params::uMinReportRateHz)
         ->addParameter(params::RequiredChecks);
 
+// 14. The classic dialog's line of checks still to do, after everything above.
+harn5::LocalizedString* const texts::MsgMouseStillToDo = text("MsgMouseStillToDo");
+harn5::LocalizedString* const texts::MsgMouseCheckLeftButton = text("MsgMouseCheckLeftButton");
+harn5::LocalizedString* const texts::MsgMouseCheckRightButton = text("MsgMouseCheckRightButton");
+harn5::LocalizedString* const texts::MsgMouseCheckMiddleButton = text("MsgMouseCheckMiddleButton");
+harn5::LocalizedString* const texts::MsgMouseCheckWheel = text("MsgMouseCheckWheel");
+harn5::LocalizedString* const texts::MsgMouseCheckTilt = text("MsgMouseCheckTilt");
+harn5::LocalizedString* const texts::MsgMouseCheckDoubleClick = text("MsgMouseCheckDoubleClick");
+harn5::LocalizedString* const texts::MsgMouseCheckDragAndDrop = text("MsgMouseCheckDragAndDrop");
+
 }  // namespace kstrmouse
 
 // The application object comes after every registration: initialisers of one translation unit run

@@ -88,6 +88,15 @@ extern harn5::LocalizedString* const MOUSE_WHEEL_DOWN_TEST_INSTRUCTION;
 extern harn5::LocalizedString* const BUTTON_CANCEL;
 extern harn5::LocalizedString* const BUTTON_FAIL;
 extern harn5::LocalizedString* const BUTTON_SKIP;
+// Classic dialog: the line of checks still to do.
+extern harn5::LocalizedString* const MsgMouseStillToDo;
+extern harn5::LocalizedString* const MsgMouseCheckLeftButton;
+extern harn5::LocalizedString* const MsgMouseCheckRightButton;
+extern harn5::LocalizedString* const MsgMouseCheckMiddleButton;
+extern harn5::LocalizedString* const MsgMouseCheckWheel;
+extern harn5::LocalizedString* const MsgMouseCheckTilt;
+extern harn5::LocalizedString* const MsgMouseCheckDoubleClick;
+extern harn5::LocalizedString* const MsgMouseCheckDragAndDrop;
 // Pointer quality dialog.
 extern harn5::LocalizedString* const PqInstructions;
 extern harn5::LocalizedString* const PqGroupRate;

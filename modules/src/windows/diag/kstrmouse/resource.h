@@ -141,6 +141,9 @@
 #define IDC_CT_SIDE1_PRESSED_SKIPPED 1098
 #define IDC_CT_SIDE2_PRESSED_SKIPPED 1099
 
+// Classic dialog: the line of checks still to do.
+#define IDC_MISSING_CHECKS 1117
+
 // Pointer quality dialog.
 #define IDD_POINTER_QUALITY 1100
 #define IDC_PQ_GROUP_INSTRUCTIONS 1101
