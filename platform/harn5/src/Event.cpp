@@ -11,13 +11,26 @@ const HarnString& Event::name() const
 
 Event* Event::reportedAs(const std::string& severity, const std::string& sourceFile, int line)
 {
-    m_site = Site{severity, sourceFile, line};
+    m_sites.push_back(Site{severity, sourceFile, line});
     return this;
 }
 
-const std::optional<Event::Site>& Event::site() const
+const std::vector<Event::Site>& Event::sites() const
 {
-    return m_site;
+    return m_sites;
+}
+
+bool Event::declared(const std::string& severity, const std::string& sourceFile, int line) const
+{
+    if (m_sites.empty()) {
+        return true;
+    }
+    for (const Site& site : m_sites) {
+        if (site.severity == severity && site.sourceFile == sourceFile && site.line == line) {
+            return true;
+        }
+    }
+    return false;
 }
 
 }  // namespace harn5

@@ -450,14 +450,13 @@ void Host::report(Severity severity, Event* event, const HarnString& sourceFile,
         fail(std::string("a null event was reported as ") + severityName(severity) + " from " +
              sourceFile.utf8() + " line " + std::to_string(sourceLine));
     }
-    const std::optional<Event::Site>& site = event->site();
-    if (site && (site->severity != severityName(severity) || site->sourceFile != sourceFile.utf8() ||
-                 site->line != sourceLine)) {
+    if (!event->declared(severityName(severity), sourceFile.utf8(), sourceLine)) {
         // The registration and the report disagree: the report keeps what happened, the
         // stream says which of the two is wrong.
+        const Event::Site& site = event->sites().front();
         *m_err << "event " << event->name().utf8() << " reported as " << severityName(severity) << " from "
-               << sourceFile.utf8() << " line " << sourceLine << ", registered as " << site->severity << " from "
-               << site->sourceFile << " line " << site->line << std::endl;
+               << sourceFile.utf8() << " line " << sourceLine << ", registered as " << site.severity << " from "
+               << site.sourceFile << " line " << site.line << std::endl;
     }
     m_report.addEvent(m_currentRun, {event->name().utf8(), severityName(severity), sourceFile.utf8(),
                                      sourceLine, {}});
@@ -602,9 +601,11 @@ std::string Host::listing() const
     }
     text += "Events:\n";
     for (const auto& event : m_events) {
-        const std::optional<Event::Site>& site = event->site();
-        text += "  " + event->name().utf8() +
-                (site ? " " + site->severity + " " + site->sourceFile + " " + std::to_string(site->line) : "") + "\n";
+        std::string sites;
+        for (const Event::Site& site : event->sites()) {
+            sites += (sites.empty() ? " " : "; ") + site.severity + " " + site.sourceFile + " " + std::to_string(site.line);
+        }
+        text += "  " + event->name().utf8() + sites + "\n";
     }
     text += "Text keys:\n";
     for (const auto& key : m_texts) {

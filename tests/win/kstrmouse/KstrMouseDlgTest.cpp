@@ -24,6 +24,7 @@ using mousetest::RunMouseDialog;
 using mousetest::SystemMetricsOverride;
 using harn5::TestResult;
 namespace params = kstrmouse::params;
+namespace texts = kstrmouse::texts;
 using Action = std::function<void(const Dialog&)>;
 
 constexpr WPARAM kAway = static_cast<WPARAM>(WHEEL_DELTA) << 16;
@@ -209,25 +210,65 @@ TEST(MouseDialogChord, LeftAndRightTogetherStandInForTheMiddleButton)
 
 TEST(MouseDialogMissingChecks, TheLineUnderTheInstructionsNamesWhatIsLeftUntilPassOpens)
 {
+    // In whatever language the host has loaded: the line is built from these keys.
+    const auto text = [](const harn5::LocalizedString* key) {
+        return std::wstring(reinterpret_cast<const wchar_t*>(key->localizedString().getUCS2Buffer()));
+    };
+    const std::wstring stillToDo = text(texts::MsgMouseStillToDo) + L" ";
     const ParamsTrue finished({params::bDisablePassUntilFinished, params::bRequireAllButtons,
                                params::bRequireDoubleClick});
-    RunMouseDialog([](Dialog& d) {
+    RunMouseDialog([&](Dialog& d) {
         const std::wstring start = d.Text(IDC_MISSING_CHECKS);
-        EXPECT_EQ(start.rfind(L"Still to do: left button, right button, middle button, wheel", 0), 0U) << start;
-        EXPECT_NE(start.find(L"double click on the face"), std::wstring::npos) << start;
+        EXPECT_EQ(start.rfind(stillToDo + text(texts::MsgMouseCheckLeftButton) + L", " +
+                                  text(texts::MsgMouseCheckRightButton) + L", " + text(texts::MsgMouseCheckMiddleButton) +
+                                  L", " + text(texts::MsgMouseCheckWheel),
+                              0),
+                  0U);
+        EXPECT_NE(start.find(text(texts::MsgMouseCheckDoubleClick)), std::wstring::npos);
         LeftClick(d);
         RightClick(d);
-        EXPECT_EQ(d.Text(IDC_MISSING_CHECKS).find(L"left button"), std::wstring::npos) << d.Text(IDC_MISSING_CHECKS);
+        EXPECT_EQ(d.Text(IDC_MISSING_CHECKS).find(text(texts::MsgMouseCheckLeftButton)), std::wstring::npos);
         MiddleClick(d);
         WheelAway(d);
         DoubleClickFace(d);
         d.Send(WM_LBUTTONUP);
         // Tilt is demanded only where the system reports it.
         const bool tilt = ::GetSystemMetrics(SM_MOUSEHORIZONTALWHEELPRESENT) != 0;
-        EXPECT_EQ(d.Text(IDC_MISSING_CHECKS), tilt ? L"Still to do: tilt" : L"") << d.Text(IDC_MISSING_CHECKS);
+        EXPECT_EQ(d.Text(IDC_MISSING_CHECKS), tilt ? stillToDo + text(texts::MsgMouseCheckTilt) : L"");
         EXPECT_EQ(d.Enabled(IDC_PASS), !tilt);
         d.Click(IDCANCEL);
     });
+}
+
+TEST(MouseDialogMissingChecks, FailAndCloseReportEachDemandedCheckNeverDone)
+{
+    const ParamsTrue finished({params::bDisablePassUntilFinished, params::bRequireAllButtons,
+                               params::bRequireDragAndDrop});
+    const bool tilt = ::GetSystemMetrics(SM_MOUSEHORIZONTALWHEELPRESENT) != 0;
+    struct Case {
+        int button;
+        TestResult verdict;
+        std::vector<std::string> first;   // what the end itself reports before the checks
+    };
+    for (const Case& c : {Case{IDC_FAIL, TestResult::FAIL(), {"TestFailed error KstrMouseDlg 425"}},
+                          Case{IDCANCEL, TestResult::USERABORTED(), {}}}) {
+        const std::size_t mark = mousetest::ModuleEventCount();
+        EXPECT_EQ(RunMouseDialog([&c](Dialog& d) {
+                      LeftClick(d);
+                      WheelAway(d);
+                      d.Click(c.button);
+                  }),
+                  c.verdict);
+        std::vector<std::string> expected = c.first;
+        for (const char* name : {"RIGHT_MOUSE_CLICK_NOT_RECEIVED", "SCROLL_WHEEL_MOUSE_CLICK_NOT_RECEIVED"}) {
+            expected.push_back(std::string(name) + " error KstrMouseDlg 430");
+        }
+        if (tilt) {
+            expected.push_back("MOUSE_TILT_NOT_RECEIVED error KstrMouseDlg 430");
+        }
+        expected.push_back("MOUSE_DRAG_NOT_RECEIVED error KstrMouseDlg 430");
+        EXPECT_EQ(EventsSince(mark), expected);
+    }
 }
 
 TEST(MouseDialogChord, ASecondQuickPressIsAPressSoItsChordIsReportedAsOne)

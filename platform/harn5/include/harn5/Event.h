@@ -1,8 +1,8 @@
 #pragma once
-// Handle of a registered event: a named failure or notice reported during a test, and where the
-// module says it reports it from, so that the registration can be listed and checked whole.
-#include <optional>
+// Handle of a registered event: a named failure or notice reported during a test, and the places
+// the module says it reports it from, so that the registration can be listed and checked whole.
 #include <string>
+#include <vector>
 
 #include "harn5/HarnString.h"
 
@@ -21,13 +21,15 @@ public:
     Event& operator=(const Event&) = delete;
 
     const HarnString& name() const;
-    // Declares the one place the event is reported from; answers the event for chaining.
+    // Declares a place the event is reported from; answers the event for chaining.
     Event* reportedAs(const std::string& severity, const std::string& sourceFile, int line);
-    const std::optional<Site>& site() const;
+    const std::vector<Site>& sites() const;
+    // Whether a report so made is one of the declared ones (any, when none was declared).
+    bool declared(const std::string& severity, const std::string& sourceFile, int line) const;
 
 private:
     HarnString m_name;
-    std::optional<Site> m_site;
+    std::vector<Site> m_sites;
 };
 
 }  // namespace harn5

@@ -29,6 +29,7 @@ constexpr int kLineOleRegistrationFailed = 173;
 constexpr int kLineErrorDuringInit = 174;
 constexpr int kLineUserMimicMiddleButton = 410;
 constexpr int kLineTestFailed = 425;
+constexpr int kLineCheckNotDone = 430;
 constexpr int kLineScrollInfo = 625;
 constexpr int kLineHidingScrollbar = 628;
 constexpr int kLineWheelTimerKillFailed = 1012;
@@ -281,7 +282,20 @@ void CKstrMouseDlg::OnDestroy()
 void CKstrMouseDlg::OnCancel()
 {
     m_result = TestResult::USERABORTED();
+    ReportChecksNotDone();
     KSXDialog::OnCancel();
+}
+
+void CKstrMouseDlg::ReportChecksNotDone()
+{
+    using namespace kstrmouse::events;
+    static harn5::Event* const* const events[] = {&LEFT_MOUSE_CLICK_NOT_RECEIVED, &RIGHT_MOUSE_CLICK_NOT_RECEIVED,
+                                                  &SCROLL_WHEEL_MOUSE_CLICK_NOT_RECEIVED, &MOUSE_WHEEL_NOT_RECEIVED,
+                                                  &MOUSE_TILT_NOT_RECEIVED, &MOUSE_DOUBLE_CLICK_NOT_RECEIVED,
+                                                  &MOUSE_DRAG_NOT_RECEIVED};
+    for (const MissingChecks::Check check : Missing()) {
+        DiagModule::error(*events[check], kSourceFile, kLineCheckNotDone);
+    }
 }
 
 std::uint32_t& CKstrMouseDlg::PrimaryState()
@@ -666,6 +680,7 @@ void CKstrMouseDlg::OnBnClickedPass()
 void CKstrMouseDlg::OnBnClickedFail()
 {
     DiagModule::error(kstrmouse::events::TestFailed, kSourceFile, kLineTestFailed);
+    ReportChecksNotDone();
     m_result = TestResult::FAIL();
     CDialog::OnOK();
 }

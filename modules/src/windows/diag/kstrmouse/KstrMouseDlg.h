@@ -77,6 +77,8 @@ private:
     void RefreshPassButton();
     bool AllRequiredChecksDone() const;
     std::vector<MissingChecks::Check> Missing() const;
+    // Fail and Close: each check demanded but never done is an event of its own.
+    void ReportChecksNotDone();
     // The line under the instructions: what is still to do, while the policy keeps Pass closed.
     void ShowMissingChecks(bool passEnabled);
     // Whether p (client coordinates) lies on the drag source, widened by 2 pixels.

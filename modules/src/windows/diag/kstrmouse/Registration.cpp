@@ -162,13 +162,17 @@ harn5::LocalizedString* const texts::MOUSE_WHEEL_DOWN_TEST_INSTRUCTION = text("M
 
 // 9. Click test events.
 harn5::Event* const events::LEFT_MOUSE_CLICK_NOT_RECEIVED =
-    event("LEFT_MOUSE_CLICK_NOT_RECEIVED", "error", "MouseClickTestDlg", 800);
+    event("LEFT_MOUSE_CLICK_NOT_RECEIVED", "error", "MouseClickTestDlg", 800)
+        ->reportedAs("error", "KstrMouseDlg", 430);
 harn5::Event* const events::RIGHT_MOUSE_CLICK_NOT_RECEIVED =
-    event("RIGHT_MOUSE_CLICK_NOT_RECEIVED", "error", "MouseClickTestDlg", 802);
+    event("RIGHT_MOUSE_CLICK_NOT_RECEIVED", "error", "MouseClickTestDlg", 802)
+        ->reportedAs("error", "KstrMouseDlg", 430);
 harn5::Event* const events::SCROLL_WHEEL_MOUSE_CLICK_NOT_RECEIVED =
-    event("SCROLL_WHEEL_MOUSE_CLICK_NOT_RECEIVED", "error", "MouseClickTestDlg", 804);
+    event("SCROLL_WHEEL_MOUSE_CLICK_NOT_RECEIVED", "error", "MouseClickTestDlg", 804)
+        ->reportedAs("error", "KstrMouseDlg", 430);
 harn5::Event* const events::MOUSE_DOUBLE_CLICK_NOT_RECEIVED =
-    event("MOUSE_DOUBLE_CLICK_NOT_RECEIVED", "error", "MouseClickTestDlg", 810);
+    event("MOUSE_DOUBLE_CLICK_NOT_RECEIVED", "error", "MouseClickTestDlg", 810)
+        ->reportedAs("error", "KstrMouseDlg", 430);
 harn5::Event* const events::SCROLL_WHEEL_TESTING_SKIPPED =
     event("SCROLL_WHEEL_TESTING_SKIPPED", "informative", "MouseClickTestDlg", 834);
 harn5::Event* const events::SCROLL_WHEEL_UP_NOT_RECEIVED =
@@ -180,7 +184,8 @@ harn5::Event* const events::FIRST_SIDE_MOUSE_BUTTON_NOT_RECEIVED =
 harn5::Event* const events::SECOND_SIDE_MOUSE_BUTTON_NOT_RECEIVED =
     event("SECOND_SIDE_MOUSE_BUTTON_NOT_RECEIVED", "error", "MouseClickTestDlg", 808);
 harn5::Event* const events::MOUSE_DRAG_NOT_RECEIVED =
-    event("MOUSE_DRAG_NOT_RECEIVED", "error", "MouseClickTestDlg", 816);
+    event("MOUSE_DRAG_NOT_RECEIVED", "error", "MouseClickTestDlg", 816)
+        ->reportedAs("error", "KstrMouseDlg", 430);
 
 // 10. Parameters of the two mouse tests.
 harn5::Parameter* const params::iForceMouseType = parameter("iForceMouseType", DataType::UINT32());
@@ -285,7 +290,10 @@ harn5::Test* const tests::PointerQualityTest =
         ->addParameter(params::uMinReportRateHz)
         ->addParameter(params::RequiredChecks);
 
-// 14. The classic dialog's line of checks still to do, after everything above.
+// 14. The classic dialog's line of checks still to do, and the events for the checks a Fail or a
+// Close left undone that no click-test event names, after everything above.
+harn5::Event* const events::MOUSE_WHEEL_NOT_RECEIVED = event("MOUSE_WHEEL_NOT_RECEIVED", "error", "KstrMouseDlg", 430);
+harn5::Event* const events::MOUSE_TILT_NOT_RECEIVED = event("MOUSE_TILT_NOT_RECEIVED", "error", "KstrMouseDlg", 430);
 harn5::LocalizedString* const texts::MsgMouseStillToDo = text("MsgMouseStillToDo");
 harn5::LocalizedString* const texts::MsgMouseCheckLeftButton = text("MsgMouseCheckLeftButton");
 harn5::LocalizedString* const texts::MsgMouseCheckRightButton = text("MsgMouseCheckRightButton");

@@ -22,6 +22,9 @@ extern harn5::Event* const SCROLL_WHEEL_DOWN_NOT_RECEIVED;
 extern harn5::Event* const FIRST_SIDE_MOUSE_BUTTON_NOT_RECEIVED;
 extern harn5::Event* const SECOND_SIDE_MOUSE_BUTTON_NOT_RECEIVED;
 extern harn5::Event* const MOUSE_DRAG_NOT_RECEIVED;
+// The classic dialog's checks left undone that no click-test event names.
+extern harn5::Event* const MOUSE_WHEEL_NOT_RECEIVED;
+extern harn5::Event* const MOUSE_TILT_NOT_RECEIVED;
 // The pointer quality test: one per kind of finding, and the user's own Fail.
 extern harn5::Event* const BUTTON_CHATTER_DETECTED;
 extern harn5::Event* const WHEEL_DIRECTION_REVERSAL;
