@@ -11,6 +11,7 @@ from kstrsession import ModuleRun
 TITLE = "Mouse Test"
 PASS_BUTTON, FAIL_BUTTON, MORE_INFO = 1008, 1005, 1004
 STATUS_GROUP, FACE, DRAG_SOURCE, DROP_TARGET = 1001, 1007, 1023, 1024
+MISSING_CHECKS, CONTROL_MARKS = 1117, 1118
 ALL_CHECKS = ["--param", "bDisablePassUntilFinished=true", "--param", "bRequireAllButtons=true",
               "--param", "bRequireDoubleClick=true", "--param", "bRequireDragAndDrop=true"]
 

@@ -6,8 +6,8 @@ import sys
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "scripts"))
-from kstrdrive import (ALL_CHECKS, FAIL_BUTTON, PASS_BUTTON, TITLE,  # noqa: E402
-                       MouseTestRun)
+from kstrdrive import (ALL_CHECKS, CONTROL_MARKS, FAIL_BUTTON, MISSING_CHECKS,  # noqa: E402
+                       PASS_BUTTON, TITLE, MouseTestRun)
 from kstrsession import run_case  # noqa: E402
 
 
@@ -55,6 +55,21 @@ def case_emulated_middle_is_reported(s, tmp):
     events = [(e["name"], e["severity"], e["sourceFile"], e["line"]) for e in run["events"]]
     check(run["verdict"] == "PASS" and events == [("UserMimicMiddleButton", "warning", "KstrMouseDlg", 410)],
           f"{run}\n{output}")
+
+
+def case_side_buttons_demanded_by_name(s, tmp):
+    t = MouseTestRun(s, tmp, "--param", "bDisablePassUntilFinished=true", "--param", "bRequireSideButtons=true")
+    check("back button" in t.control(MISSING_CHECKS)["text"], t.control(MISSING_CHECKS))
+    t.click_status(8)
+    check(not t.pass_enabled(), "Pass enabled after the back button alone")
+    check(t.control(MISSING_CHECKS)["text"] == "Still to do: forward button", t.control(MISSING_CHECKS))
+    t.click_status(9)
+    t.wait_for(t.pass_enabled, "Pass after both side buttons (X buttons 8 and 9)")
+    check("(done)" in t.control(CONTROL_MARKS)["text"], t.control(CONTROL_MARKS))
+    t.shot("side-buttons")
+    s.click_control(TITLE, PASS_BUTTON)
+    run, output = t.result()
+    check(run["verdict"] == "PASS" and not run["events"], f"{run}\n{output}")
 
 
 if __name__ == "__main__":

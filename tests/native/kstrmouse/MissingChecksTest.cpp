@@ -29,12 +29,14 @@ TEST(MissingChecks, NamesEveryDemandedCheckNotDoneAndNothingElse)
     all.allControls = all.doubleClick = all.dragAndDrop = true;
     EXPECT_EQ(MissingChecks::of(all, mouse, false, false),
               (Checks{MissingChecks::LeftButton, MissingChecks::RightButton, MissingChecks::MiddleButton,
-                      MissingChecks::Wheel, MissingChecks::Tilt, MissingChecks::DoubleClick, MissingChecks::DragAndDrop}));
+                      MissingChecks::Wheel, MissingChecks::TiltLeft, MissingChecks::TiltRight,
+                      MissingChecks::DoubleClick, MissingChecks::DragAndDrop}));
 
     // Used controls go, in whichever state they were left; absent ones were never demanded.
     mouse.state[Mouse::LeftButton] = Active;
     mouse.state[Mouse::VerticalWheel] = Seen;
-    mouse.state[Mouse::HorizontalWheel] = Absent;
+    mouse.state[Mouse::TiltLeft] = Seen;
+    mouse.state[Mouse::TiltRight] = Absent;
     EXPECT_EQ(MissingChecks::of(all, mouse, true, false),
               (Checks{MissingChecks::RightButton, MissingChecks::MiddleButton, MissingChecks::DragAndDrop}));
 
@@ -46,4 +48,27 @@ TEST(MissingChecks, NamesEveryDemandedCheckNotDoneAndNothingElse)
     mouse.state[Mouse::LeftButton] = Active;
     EXPECT_TRUE(MissingChecks::of(left, mouse, false, false).empty());
     EXPECT_TRUE(MissingChecks::of(MissingChecks::Demands{}, TestMouse(), false, false).empty());
+}
+
+TEST(MissingChecks, SideButtonsAreDemandedOnlyByName)
+{
+    TestMouse mouse;   // counts both side buttons
+    MissingChecks::Demands all;
+    all.allControls = true;
+    for (const Mouse::Control used : {Mouse::LeftButton, Mouse::RightButton, Mouse::MiddleButton, Mouse::VerticalWheel,
+                                      Mouse::TiltLeft, Mouse::TiltRight}) {
+        mouse.state[used] = Seen;
+    }
+    EXPECT_TRUE(MissingChecks::of(all, mouse, false, false).empty());
+
+    // By name, even where the system counts none; a held one counts as used.
+    MissingChecks::Demands side;
+    side.sideButtons = true;
+    mouse.state[Mouse::BackButton] = Absent;
+    mouse.state[Mouse::ForwardButton] = Absent;
+    EXPECT_EQ(MissingChecks::of(side, mouse, false, false),
+              (Checks{MissingChecks::BackButton, MissingChecks::ForwardButton}));
+    mouse.state[Mouse::BackButton] = Active;
+    mouse.state[Mouse::ForwardButton] = Seen;
+    EXPECT_TRUE(MissingChecks::of(side, mouse, false, false).empty());
 }

@@ -50,17 +50,19 @@ constexpr int kPresent = SM_MOUSEPRESENT, kSwap = SM_SWAPBUTTON, kButtons = SM_C
 INSTANTIATE_TEST_SUITE_P(
     Metrics, WindowsMouseProbe,
     testing::Values(
-        ProbeCase{"NoMouse", {{kSwap, 1}, {kWheel, 1}, {kButtons, 3}}, false, 0, false, 0, {0, 0, 0, 0, 0}},
-        ProbeCase{"TwoButtons", {{kPresent, 1}, {kButtons, 2}}, true, 2, false, 1, {1, 1, 0, 0, 0}},
-        ProbeCase{"WheelNoTilt", {{kPresent, 1}, {kWheel, 1}, {kButtons, 3}}, true, 3, false, 3, {1, 1, 1, 1, 0}},
+        ProbeCase{"NoMouse", {{kSwap, 1}, {kWheel, 1}, {kButtons, 3}}, false, 0, false, 0, {0, 0, 0, 0, 0, 0, 0, 0}},
+        ProbeCase{"TwoButtons", {{kPresent, 1}, {kButtons, 2}}, true, 2, false, 1, {1, 1, 0, 0, 0, 0, 0, 0}},
+        ProbeCase{"WheelNoTilt", {{kPresent, 1}, {kWheel, 1}, {kButtons, 3}}, true, 3, false, 3, {1, 1, 1, 1, 0, 0, 0, 0}},
         ProbeCase{"WheelAndTilt", {{kPresent, 1}, {kWheel, 1}, {kTilt, 1}, {kButtons, 5}}, true, 5, false, 3,
-                  {1, 1, 1, 1, 1}},
-        ProbeCase{"TiltWithoutWheel", {{kPresent, 1}, {kTilt, 1}, {kButtons, 2}}, true, 2, false, 1, {1, 1, 0, 0, 1}},
+                  {1, 1, 1, 1, 1, 1, 1, 1}},
+        ProbeCase{"FourButtonsHaveTheBackButtonOnly", {{kPresent, 1}, {kWheel, 1}, {kButtons, 4}}, true, 4, false, 3,
+                  {1, 1, 1, 1, 0, 0, 1, 0}},
+        ProbeCase{"TiltWithoutWheel", {{kPresent, 1}, {kTilt, 1}, {kButtons, 2}}, true, 2, false, 1, {1, 1, 0, 0, 1, 1, 0, 0}},
         ProbeCase{"SwappedButtonsStayUntested", {{kPresent, 1}, {kSwap, 1}, {kButtons, 2}}, true, 2, true, 1,
-                  {1, 1, 0, 0, 0}},
+                  {1, 1, 0, 0, 0, 0, 0, 0}},
         ProbeCase{"EightButtonsAreNotBelieved", {{kPresent, 1}, {kWheel, 1}, {kButtons, 8}}, true, 0, false, 3,
-                  {1, 1, 1, 1, 0}},
-        ProbeCase{"NegativeCountIsHuge", {{kPresent, 1}, {kButtons, -1}}, true, 0, false, 1, {1, 1, 0, 0, 0}}),
+                  {1, 1, 1, 1, 0, 0, 0, 0}},
+        ProbeCase{"NegativeCountIsHuge", {{kPresent, 1}, {kButtons, -1}}, true, 0, false, 1, {1, 1, 0, 0, 0, 0, 0, 0}}),
     [](const testing::TestParamInfo<ProbeCase>& param) { return std::string(param.param.name); });
 
 TEST(WindowsMouse, SecondProbeNeverUnswapsButtons)

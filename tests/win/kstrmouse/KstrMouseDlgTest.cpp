@@ -52,16 +52,6 @@ int ShownPicture(const Dialog& d)
     return shown < 0 ? 0 : shown;
 }
 
-// Events since the mark, as "name severity file line".
-std::vector<std::string> EventsSince(std::size_t mark)
-{
-    std::vector<std::string> events;
-    for (const harn5::EventRecord& e : mousetest::ModuleEventsSince(mark)) {
-        events.push_back(e.name + " " + e.severity + " " + e.sourceFile + " " + std::to_string(e.line));
-    }
-    return events;
-}
-
 TEST(MouseDialogVerdict, EachEndingGivesItsVerdictAndEvents)
 {
     struct Case {
@@ -83,7 +73,7 @@ TEST(MouseDialogVerdict, EachEndingGivesItsVerdictAndEvents)
                       c.end(d);
                   }),
                   c.verdict);
-        EXPECT_EQ(EventsSince(mark), c.events);
+        EXPECT_EQ(mousetest::ModuleEventLinesSince(mark), c.events);
     }
     const SystemMetricsOverride noMouse(SM_MOUSEPRESENT, 0);
     bool shown = false;
@@ -121,7 +111,11 @@ TEST(MouseDialogPassPolicy, AllButtonsDemandsEveryControlTheSystemReports)
             }
             d.Send(WM_MOUSEWHEEL, kToward);
             EXPECT_EQ(d.Enabled(IDC_PASS), !tilt) << tilt;
+            // Each tilt direction is a control of its own: one says nothing of the other.
             d.Send(WM_MOUSEHWHEEL, kToward);
+            d.Send(WM_MOUSEHWHEEL, kToward);
+            EXPECT_EQ(d.Enabled(IDC_PASS), !tilt) << tilt;
+            d.Send(WM_MOUSEHWHEEL, kAway);
             EXPECT_TRUE(d.Enabled(IDC_PASS)) << tilt;
         });
     }
@@ -204,7 +198,7 @@ TEST(MouseDialogChord, LeftAndRightTogetherStandInForTheMiddleButton)
                       d.Click(IDC_PASS);
                   }),
                   TestResult::PASS());
-        EXPECT_EQ(EventsSince(mark), c.events);
+        EXPECT_EQ(mousetest::ModuleEventLinesSince(mark), c.events);
     }
 }
 
@@ -234,7 +228,9 @@ TEST(MouseDialogMissingChecks, TheLineUnderTheInstructionsNamesWhatIsLeftUntilPa
         d.Send(WM_LBUTTONUP);
         // Tilt is demanded only where the system reports it.
         const bool tilt = ::GetSystemMetrics(SM_MOUSEHORIZONTALWHEELPRESENT) != 0;
-        EXPECT_EQ(d.Text(IDC_MISSING_CHECKS), tilt ? stillToDo + text(texts::MsgMouseCheckTilt) : L"");
+        EXPECT_EQ(d.Text(IDC_MISSING_CHECKS), tilt ? stillToDo + text(texts::MsgMouseCheckTiltLeft) + L", " +
+                                                         text(texts::MsgMouseCheckTiltRight)
+                                                   : L"");
         EXPECT_EQ(d.Enabled(IDC_PASS), !tilt);
         d.Click(IDCANCEL);
     });
@@ -267,7 +263,7 @@ TEST(MouseDialogMissingChecks, FailAndCloseReportEachDemandedCheckNeverDone)
             expected.push_back("MOUSE_TILT_NOT_RECEIVED error KstrMouseDlg 430");
         }
         expected.push_back("MOUSE_DRAG_NOT_RECEIVED error KstrMouseDlg 430");
-        EXPECT_EQ(EventsSince(mark), expected);
+        EXPECT_EQ(mousetest::ModuleEventLinesSince(mark), expected);
     }
 }
 
@@ -291,7 +287,7 @@ TEST(MouseDialogChord, ASecondQuickPressIsAPressSoItsChordIsReportedAsOne)
                   d.Click(IDC_PASS);
               }),
               TestResult::PASS());
-    EXPECT_EQ(EventsSince(mark), std::vector<std::string>{"UserMimicMiddleButton warning KstrMouseDlg 410"});
+    EXPECT_EQ(mousetest::ModuleEventLinesSince(mark), std::vector<std::string>{"UserMimicMiddleButton warning KstrMouseDlg 410"});
 }
 
 TEST(MouseDialogChord, ALeftPressReleasedOutsideTheDialogMakesNoLaterChord)
@@ -312,7 +308,7 @@ TEST(MouseDialogChord, ALeftPressReleasedOutsideTheDialogMakesNoLaterChord)
                   d.Click(IDC_PASS);
               }),
               TestResult::PASS());
-    EXPECT_TRUE(EventsSince(mark).empty());
+    EXPECT_TRUE(mousetest::ModuleEventLinesSince(mark).empty());
 }
 
 TEST(MouseDialogChord, TwoButtonMouseIgnoresTheSecondButton)
@@ -335,7 +331,7 @@ TEST(MouseDialogChord, TwoButtonMouseIgnoresTheSecondButton)
                   d.Click(IDC_PASS);
               }),
               TestResult::PASS());
-    EXPECT_TRUE(EventsSince(mark).empty());
+    EXPECT_TRUE(mousetest::ModuleEventLinesSince(mark).empty());
 }
 
 TEST(MouseDialogStatus, SwappedButtonsShowThePhysicalButtonAndPositionFollowsTheCursor)

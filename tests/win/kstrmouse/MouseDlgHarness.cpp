@@ -179,6 +179,15 @@ std::vector<harn5::EventRecord> ModuleEventsSince(std::size_t mark)
     return {events.begin() + static_cast<std::ptrdiff_t>(mark), events.end()};
 }
 
+std::vector<std::string> ModuleEventLinesSince(std::size_t mark)
+{
+    std::vector<std::string> lines;
+    for (const harn5::EventRecord& e : ModuleEventsSince(mark)) {
+        lines.push_back(e.name + " " + e.severity + " " + e.sourceFile + " " + std::to_string(e.line));
+    }
+    return lines;
+}
+
 ParamsTrue::ParamsTrue(std::initializer_list<harn5::Parameter*> parameters) : m_parameters(parameters)
 {
     for (harn5::Parameter* parameter : m_parameters) {

@@ -69,6 +69,8 @@ harn5::RunRecord RunMouseTestInHost(const std::vector<std::string>& options, con
 // Events recorded outside any run: a mark, and what came after it.
 std::size_t ModuleEventCount();
 std::vector<harn5::EventRecord> ModuleEventsSince(std::size_t mark);
+// The same, each as "name severity file line".
+std::vector<std::string> ModuleEventLinesSince(std::size_t mark);
 
 // Sets boolean parameters to true for the scope.
 class ParamsTrue {

@@ -17,7 +17,8 @@ TEST(WindowsMouseOnThisSystem, FindsButtonsAndWheelAsTheSystemReports)
     EXPECT_EQ(mouse.state[Mouse::VerticalWheel], wheel ? Untested : Absent);
     EXPECT_EQ(mouse.mouseType, wheel ? 3u : 1u);
     const bool tilt = GetSystemMetrics(SM_MOUSEHORIZONTALWHEELPRESENT) != 0;
-    EXPECT_EQ(mouse.state[Mouse::HorizontalWheel], tilt ? Untested : Absent);
+    EXPECT_EQ(mouse.state[Mouse::TiltLeft], tilt ? Untested : Absent);
+    EXPECT_EQ(mouse.state[Mouse::TiltRight], tilt ? Untested : Absent);
     // More than five reported buttons are not believed: the count stays 0.
     const auto buttons = static_cast<unsigned>(GetSystemMetrics(SM_CMOUSEBUTTONS));
     EXPECT_EQ(mouse.buttonCount, buttons <= 5 ? buttons : 0u);

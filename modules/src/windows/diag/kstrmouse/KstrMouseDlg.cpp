@@ -110,6 +110,8 @@ BEGIN_MESSAGE_MAP(CKstrMouseDlg, KSXDialog)
     ON_WM_RBUTTONUP()
     ON_WM_MBUTTONDOWN()
     ON_WM_MBUTTONUP()
+    ON_WM_XBUTTONDOWN()
+    ON_WM_XBUTTONUP()
     ON_WM_MOUSEMOVE()
     ON_WM_CAPTURECHANGED()
     ON_WM_MOUSEWHEEL()
@@ -174,6 +176,7 @@ void CKstrMouseDlg::DoDataExchange(CDataExchange* pDX)
     KSXDialog::DoDataExchange(pDX);
     DDX_Control(pDX, IDC_INSTRUCTIONS, m_instructions);
     DDX_Control(pDX, IDC_WHEEL_BAR, m_wheelBar);
+    DDX_Control(pDX, IDC_CONTROL_MARKS, m_marks);
 }
 
 // WM_CREATE: the dialog window is its own drop target.
@@ -214,6 +217,7 @@ BOOL CKstrMouseDlg::OnInitDialog()
         CDialog::OnCancel();
     }
     UpdateStatusPicture();
+    UpdateControlMarks();
     m_smiley.AutoLoad(IDC_SMILEY, this);
     m_nonSmiley.AutoLoad(IDC_NON_SMILEY, this);
     ShowControl(IDC_DROP_TARGET_FILLED, SW_HIDE);
@@ -289,12 +293,18 @@ void CKstrMouseDlg::OnCancel()
 void CKstrMouseDlg::ReportChecksNotDone()
 {
     using namespace kstrmouse::events;
-    static harn5::Event* const* const events[] = {&LEFT_MOUSE_CLICK_NOT_RECEIVED, &RIGHT_MOUSE_CLICK_NOT_RECEIVED,
-                                                  &SCROLL_WHEEL_MOUSE_CLICK_NOT_RECEIVED, &MOUSE_WHEEL_NOT_RECEIVED,
-                                                  &MOUSE_TILT_NOT_RECEIVED, &MOUSE_DOUBLE_CLICK_NOT_RECEIVED,
-                                                  &MOUSE_DRAG_NOT_RECEIVED};
+    static harn5::Event* const* const events[] = {
+        &LEFT_MOUSE_CLICK_NOT_RECEIVED, &RIGHT_MOUSE_CLICK_NOT_RECEIVED, &SCROLL_WHEEL_MOUSE_CLICK_NOT_RECEIVED,
+        &MOUSE_WHEEL_NOT_RECEIVED,      &MOUSE_TILT_NOT_RECEIVED,        &MOUSE_TILT_NOT_RECEIVED,
+        &FIRST_SIDE_MOUSE_BUTTON_NOT_RECEIVED, &SECOND_SIDE_MOUSE_BUTTON_NOT_RECEIVED, &MOUSE_DOUBLE_CLICK_NOT_RECEIVED,
+        &MOUSE_DRAG_NOT_RECEIVED};
+    const harn5::Event* previous = nullptr;
     for (const MissingChecks::Check check : Missing()) {
-        DiagModule::error(*events[check], kSourceFile, kLineCheckNotDone);
+        // Both tilt directions missing is one tilt event.
+        if (*events[check] != previous) {
+            DiagModule::error(*events[check], kSourceFile, kLineCheckNotDone);
+        }
+        previous = *events[check];
     }
 }
 
@@ -459,6 +469,39 @@ void CKstrMouseDlg::OnMButtonUp(UINT nFlags, CPoint point)
     KSXDialog::OnMButtonUp(nFlags, point);
 }
 
+// WM_XBUTTONDOWN: a side button the system did not count is still one the mouse has.
+void CKstrMouseDlg::OnXButtonDown(UINT, UINT nButton, CPoint)
+{
+    m_mouse.state[nButton == XBUTTON1 ? Mouse::BackButton : Mouse::ForwardButton] = Active;
+    UpdateControlMarks();
+    RefreshPassButton();
+}
+
+void CKstrMouseDlg::OnXButtonUp(UINT, UINT nButton, CPoint)
+{
+    m_mouse.state[nButton == XBUTTON1 ? Mouse::BackButton : Mouse::ForwardButton] = Seen;
+    UpdateControlMarks();
+    RefreshPassButton();
+}
+
+void CKstrMouseDlg::UpdateControlMarks()
+{
+    const auto mark = [this](const harn5::LocalizedString* label, Mouse::Control control) {
+        return CControlMarksCtrl::Mark{Text(label), m_mouse.state[control]};
+    };
+    std::vector<CControlMarksCtrl::Mark> marks{
+        mark(texts::MsgMouseCheckTiltLeft, Mouse::TiltLeft), mark(texts::MsgMouseCheckTiltRight, Mouse::TiltRight),
+        mark(texts::MsgMouseCheckBackButton, Mouse::BackButton),
+        mark(texts::MsgMouseCheckForwardButton, Mouse::ForwardButton)};
+    // Side buttons asked for by name show from the start, counted by the system or not.
+    if (params::bRequireSideButtons->value().valueBool()) {
+        for (std::size_t i = 2; i < marks.size(); ++i) {
+            marks[i].state = marks[i].state == Absent ? Untested : marks[i].state;
+        }
+    }
+    m_marks.show(marks);
+}
+
 void CKstrMouseDlg::UpdateStatusPicture()
 {
     const PictureSet* pSet = FindPictureSet(m_mouse.mouseType);
@@ -528,7 +571,8 @@ void CKstrMouseDlg::OnMouseHWheel(UINT, short zDelta, CPoint)
     ShowControl(IDC_TILT_LEFT, left ? SW_SHOW : SW_HIDE);
     ShowControl(IDC_TILT_RIGHT, left ? SW_HIDE : SW_SHOW);
     m_bWheelMoved = true;
-    m_mouse.state[Mouse::HorizontalWheel] = left ? Seen : Active;
+    m_mouse.state[left ? Mouse::TiltLeft : Mouse::TiltRight] = Seen;
+    UpdateControlMarks();
     m_iDragState = Idle;
     if (!Windows10PE()) {
         ResetDragPictures();
@@ -628,6 +672,7 @@ std::vector<MissingChecks::Check> CKstrMouseDlg::Missing() const
     demands.leftClick = params::bRequireLeftClick->value().valueBool();
     demands.rightClick = params::bRequireRightClick->value().valueBool();
     demands.allControls = params::bRequireAllButtons->value().valueBool();
+    demands.sideButtons = params::bRequireSideButtons->value().valueBool();
     return MissingChecks::of(demands, m_mouse, m_bDoubleClickDone, m_bDragDropDone);
 }
 
@@ -640,7 +685,8 @@ void CKstrMouseDlg::ShowMissingChecks(bool passEnabled)
 {
     static const harn5::LocalizedString* const* const names[] = {
         &texts::MsgMouseCheckLeftButton, &texts::MsgMouseCheckRightButton, &texts::MsgMouseCheckMiddleButton,
-        &texts::MsgMouseCheckWheel,      &texts::MsgMouseCheckTilt,        &texts::MsgMouseCheckDoubleClick,
+        &texts::MsgMouseCheckWheel,      &texts::MsgMouseCheckTiltLeft,    &texts::MsgMouseCheckTiltRight,
+        &texts::MsgMouseCheckBackButton, &texts::MsgMouseCheckForwardButton, &texts::MsgMouseCheckDoubleClick,
         &texts::MsgMouseCheckDragAndDrop};
     std::wstring line;
     if (!passEnabled) {

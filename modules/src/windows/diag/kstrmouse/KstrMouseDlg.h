@@ -7,6 +7,7 @@
 
 #include <cstdint>
 
+#include "CControlMarksCtrl.h"
 #include "COleDropWndTarget.h"
 #include <string>
 #include <vector>
@@ -55,6 +56,9 @@ protected:
     afx_msg void OnRButtonUp(UINT nFlags, CPoint point);
     afx_msg void OnMButtonDown(UINT nFlags, CPoint point);
     afx_msg void OnMButtonUp(UINT nFlags, CPoint point);
+    // WM_XBUTTONDOWN/UP: the side buttons, marked while held and once used.
+    afx_msg void OnXButtonDown(UINT nFlags, UINT nButton, CPoint point);
+    afx_msg void OnXButtonUp(UINT nFlags, UINT nButton, CPoint point);
     afx_msg void OnMouseMove(UINT nFlags, CPoint point);
     // WM_CAPTURECHANGED: the dialog knows whether it still holds the capture.
     afx_msg void OnCaptureChanged(CWnd* pWnd);
@@ -74,6 +78,8 @@ private:
     void SetDialogTexts();
     // Shows the mouse picture of the current picture set that fits the button states.
     void UpdateStatusPicture();
+    // The marks of the tilt directions and side buttons follow their states.
+    void UpdateControlMarks();
     void RefreshPassButton();
     bool AllRequiredChecksDone() const;
     std::vector<MissingChecks::Check> Missing() const;
@@ -112,6 +118,7 @@ private:
     std::wstring m_missingLine;      // the line under the instructions as shown
     bool m_bCaptured;
     MouseWheelBar m_wheelBar;
+    CControlMarksCtrl m_marks;
     bool m_bLeftDown;
     bool m_bRightDown;
     bool m_bMiddleMimicked;

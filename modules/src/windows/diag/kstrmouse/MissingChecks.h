@@ -7,14 +7,26 @@
 
 class MissingChecks {
 public:
-    enum Check { LeftButton, RightButton, MiddleButton, Wheel, Tilt, DoubleClick, DragAndDrop };
+    enum Check {
+        LeftButton,
+        RightButton,
+        MiddleButton,
+        Wheel,
+        TiltLeft,
+        TiltRight,
+        BackButton,
+        ForwardButton,
+        DoubleClick,
+        DragAndDrop,
+    };
 
     struct Demands {
         bool doubleClick = false;
         bool dragAndDrop = false;
         bool leftClick = false;
         bool rightClick = false;
-        bool allControls = false;   // every control the mouse has
+        bool allControls = false;   // every control the mouse has, side buttons aside
+        bool sideButtons = false;   // both side buttons, whatever the system counts
     };
 
     // In the order the line names them.

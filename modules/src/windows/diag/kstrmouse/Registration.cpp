@@ -180,9 +180,11 @@ harn5::Event* const events::SCROLL_WHEEL_UP_NOT_RECEIVED =
 harn5::Event* const events::SCROLL_WHEEL_DOWN_NOT_RECEIVED =
     event("SCROLL_WHEEL_DOWN_NOT_RECEIVED", "error", "MouseClickTestDlg", 814);
 harn5::Event* const events::FIRST_SIDE_MOUSE_BUTTON_NOT_RECEIVED =
-    event("FIRST_SIDE_MOUSE_BUTTON_NOT_RECEIVED", "error", "MouseClickTestDlg", 806);
+    event("FIRST_SIDE_MOUSE_BUTTON_NOT_RECEIVED", "error", "MouseClickTestDlg", 806)
+        ->reportedAs("error", "KstrMouseDlg", 430);
 harn5::Event* const events::SECOND_SIDE_MOUSE_BUTTON_NOT_RECEIVED =
-    event("SECOND_SIDE_MOUSE_BUTTON_NOT_RECEIVED", "error", "MouseClickTestDlg", 808);
+    event("SECOND_SIDE_MOUSE_BUTTON_NOT_RECEIVED", "error", "MouseClickTestDlg", 808)
+        ->reportedAs("error", "KstrMouseDlg", 430);
 harn5::Event* const events::MOUSE_DRAG_NOT_RECEIVED =
     event("MOUSE_DRAG_NOT_RECEIVED", "error", "MouseClickTestDlg", 816)
         ->reportedAs("error", "KstrMouseDlg", 430);
@@ -299,9 +301,18 @@ harn5::LocalizedString* const texts::MsgMouseCheckLeftButton = text("MsgMouseChe
 harn5::LocalizedString* const texts::MsgMouseCheckRightButton = text("MsgMouseCheckRightButton");
 harn5::LocalizedString* const texts::MsgMouseCheckMiddleButton = text("MsgMouseCheckMiddleButton");
 harn5::LocalizedString* const texts::MsgMouseCheckWheel = text("MsgMouseCheckWheel");
-harn5::LocalizedString* const texts::MsgMouseCheckTilt = text("MsgMouseCheckTilt");
+harn5::LocalizedString* const texts::MsgMouseCheckTiltLeft = text("MsgMouseCheckTiltLeft");
+harn5::LocalizedString* const texts::MsgMouseCheckTiltRight = text("MsgMouseCheckTiltRight");
+harn5::LocalizedString* const texts::MsgMouseCheckBackButton = text("MsgMouseCheckBackButton");
+harn5::LocalizedString* const texts::MsgMouseCheckForwardButton = text("MsgMouseCheckForwardButton");
 harn5::LocalizedString* const texts::MsgMouseCheckDoubleClick = text("MsgMouseCheckDoubleClick");
 harn5::LocalizedString* const texts::MsgMouseCheckDragAndDrop = text("MsgMouseCheckDragAndDrop");
+
+// 15. The classic test's demand for the side buttons, offered after its other parameters.
+harn5::Parameter* const params::bRequireSideButtons = parameter("bRequireSideButtons", DataType::BOOLEAN());
+namespace {
+[[maybe_unused]] harn5::Test* const mouseTestWithSideButtons = tests::MouseTest->addParameter(params::bRequireSideButtons);
+}
 
 }  // namespace kstrmouse
 

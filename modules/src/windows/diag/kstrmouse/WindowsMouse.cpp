@@ -24,11 +24,19 @@ bool WindowsMouse::probe()
         mouseType = 3;
     }
     if (GetSystemMetrics(SM_MOUSEHORIZONTALWHEELPRESENT) != 0) {
-        state[HorizontalWheel] = Untested;
+        state[TiltLeft] = Untested;
+        state[TiltRight] = Untested;
     }
     const auto buttons = static_cast<unsigned int>(GetSystemMetrics(SM_CMOUSEBUTTONS));
     if (buttons <= kMaxButtonCount) {
         buttonCount = buttons;
+    }
+    // The side buttons come after the first three.
+    if (buttonCount >= 4) {
+        state[BackButton] = Untested;
+    }
+    if (buttonCount >= 5) {
+        state[ForwardButton] = Untested;
     }
     return true;
 }

@@ -143,6 +143,8 @@
 
 // Classic dialog: the line of checks still to do.
 #define IDC_MISSING_CHECKS 1117
+// Classic dialog: the marks of each tilt direction and side button.
+#define IDC_CONTROL_MARKS 1118
 
 // Pointer quality dialog.
 #define IDD_POINTER_QUALITY 1100

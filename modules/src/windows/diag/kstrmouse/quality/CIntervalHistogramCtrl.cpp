@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "GdiObject.h"
+#include "SelectedObject.h"
+
 namespace {
 
 constexpr COLORREF kBackground = RGB(255, 255, 255);
@@ -10,33 +13,6 @@ constexpr COLORREF kBar = RGB(52, 120, 200);
 constexpr COLORREF kMedian = RGB(200, 60, 40);
 constexpr COLORREF kAxis = RGB(90, 90, 90);
 constexpr int kAxisHeight = 14;   // the millisecond scale under the bars
-
-// Selects a GDI object into a DC for a scope.
-class Selected {
-public:
-    Selected(HDC dc, HGDIOBJ object) : m_dc(dc), m_previous(SelectObject(dc, object)) {}
-    ~Selected() { SelectObject(m_dc, m_previous); }
-    Selected(const Selected&) = delete;
-    Selected& operator=(const Selected&) = delete;
-
-private:
-    HDC m_dc;
-    HGDIOBJ m_previous;
-};
-
-// A GDI object deleted with its scope.
-template <typename Handle>
-class Owned {
-public:
-    explicit Owned(Handle handle) : m_handle(handle) {}
-    ~Owned() { DeleteObject(m_handle); }
-    Owned(const Owned&) = delete;
-    Owned& operator=(const Owned&) = delete;
-    Handle get() const { return m_handle; }
-
-private:
-    Handle m_handle;
-};
 
 }  // namespace
 
@@ -68,13 +44,13 @@ void CIntervalHistogramCtrl::OnPaint()
     const HDC dc = ::BeginPaint(m_hWnd, &paint);
     RECT client;
     ::GetClientRect(m_hWnd, &client);
-    const Owned<HBRUSH> background(CreateSolidBrush(kBackground));
+    const GdiObject<HBRUSH> background(CreateSolidBrush(kBackground));
     FillRect(dc, &client, background.get());
 
     const int width = client.right - client.left;
     const int plotHeight = client.bottom - client.top - kAxisHeight;
     const std::uint64_t tallest = std::max<std::uint64_t>(1, *std::max_element(m_columns.begin(), m_columns.end()));
-    const Owned<HBRUSH> bar(CreateSolidBrush(kBar));
+    const GdiObject<HBRUSH> bar(CreateSolidBrush(kBar));
     for (std::size_t column = 0; column < kColumns; ++column) {
         if (m_columns[column] == 0) {
             continue;
@@ -87,13 +63,13 @@ void CIntervalHistogramCtrl::OnPaint()
         FillRect(dc, &rect, bar.get());
     }
 
-    const Owned<HPEN> axis(CreatePen(PS_SOLID, 1, kAxis));
-    const Selected pen(dc, axis.get());
+    const GdiObject<HPEN> axis(CreatePen(PS_SOLID, 1, kAxis));
+    const SelectedObject pen(dc, axis.get());
     MoveToEx(dc, 0, plotHeight, nullptr);
     LineTo(dc, width, plotHeight);
     SetBkMode(dc, TRANSPARENT);
     SetTextColor(dc, kAxis);
-    const Selected font(dc, reinterpret_cast<HGDIOBJ>(::SendMessageW(::GetParent(m_hWnd), WM_GETFONT, 0, 0)));
+    const SelectedObject font(dc, reinterpret_cast<HGDIOBJ>(::SendMessageW(::GetParent(m_hWnd), WM_GETFONT, 0, 0)));
     for (int ms = 0; ms <= kSpanUs / 1000; ms += 5) {
         const int x = static_cast<int>(ms * 1000LL * width / kSpanUs);
         MoveToEx(dc, x, plotHeight, nullptr);
@@ -104,8 +80,8 @@ void CIntervalHistogramCtrl::OnPaint()
         DrawTextW(dc, label, -1, &text, DT_LEFT | DT_TOP | DT_SINGLELINE | DT_NOCLIP);
     }
     if (m_medianUs && *m_medianUs < kSpanUs) {
-        const Owned<HPEN> marker(CreatePen(PS_DOT, 1, kMedian));
-        const Selected medianPen(dc, marker.get());
+        const GdiObject<HPEN> marker(CreatePen(PS_DOT, 1, kMedian));
+        const SelectedObject medianPen(dc, marker.get());
         const int x = static_cast<int>(*m_medianUs * width / kSpanUs);
         MoveToEx(dc, x, 0, nullptr);
         LineTo(dc, x, plotHeight);
