@@ -29,7 +29,10 @@ void CIntervalHistogramCtrl::show(const std::array<std::uint64_t, kColumns>& col
     m_columns = columns;
     m_medianUs = medianUs;
     if (m_hWnd != nullptr) {
+        // Painted now: a paint left to the queue waits for it to empty, which a flood of
+        // reports may never let happen.
         InvalidateRect(nullptr, FALSE);
+        UpdateWindow();
     }
 }
 

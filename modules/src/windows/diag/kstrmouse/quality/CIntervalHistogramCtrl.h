@@ -1,7 +1,7 @@
 #pragma once
 // The distribution of report intervals as a bar chart: how many intervals fell in each span of
 // the first 20 ms, with the median marked. Painted from a snapshot the dialog hands it, so that
-// it repaints only when the dialog's refresh asks, never once per report.
+// it repaints only when the dialog's refresh asks, never once per report, and at once.
 #include <afxwin.h>
 
 #include <array>

@@ -1,10 +1,11 @@
 #include "CPointerQualityDlg.h"
 
 #include <cstdio>
+#include <string>
 
 #include "Registration.h"
 #include "harn5/DiagModule.h"
-#include "rawkit/HidUsages.h"
+#include "ksx/OStream.h"
 #include "resource.h"
 
 using harn5::TestResult;
@@ -14,8 +15,22 @@ using pointerq::QualityAnalysis;
 namespace {
 
 constexpr UINT_PTR kRefreshTimer = 1;
-constexpr UINT kRefreshMs = 16;                      // about the display's rate
 constexpr std::int64_t kHandsOffLeadInUs = 1000000;  // time to take the hand off after the click
+
+// The display's refresh period, rounded up: the figures and the chart never change faster than
+// the screen can show them, however fast the reports come.
+UINT framePeriodMs()
+{
+    struct ScreenDC {
+        HDC dc = ::GetDC(nullptr);
+        ~ScreenDC() { ::ReleaseDC(nullptr, dc); }
+    } screen;
+    int hz = ::GetDeviceCaps(screen.dc, VREFRESH);
+    if (hz <= 1) {
+        hz = 60;   // 0 and 1 mean the hardware's default
+    }
+    return static_cast<UINT>((1000 + hz - 1) / hz);
+}
 
 ksx::String textOf(const harn5::LocalizedString* key)
 {
@@ -39,22 +54,15 @@ BEGIN_MESSAGE_MAP(CPointerQualityDlg, KSXDialog)
     ON_BN_CLICKED(IDC_PQ_FAIL, &CPointerQualityDlg::OnBnClickedFail)
 END_MESSAGE_MAP()
 
-CPointerQualityDlg::CPointerQualityDlg(std::uintptr_t device, const QualityAnalysis::Settings& settings)
-    : KSXDialog(IDD_POINTER_QUALITY, nullptr), m_result(TestResult::CANNOTRUN()), m_device(device), m_analysis(settings)
+CPointerQualityDlg::CPointerQualityDlg(ReportSource::Factory source, const QualityAnalysis::Settings& settings)
+    : KSXDialog(IDD_POINTER_QUALITY, nullptr),
+      m_result(TestResult::CANNOTRUN()),
+      m_startSource(std::move(source)),
+      m_analysis(settings)
 {
-    LARGE_INTEGER frequency;
-    QueryPerformanceFrequency(&frequency);
-    m_frequency = frequency.QuadPart;
 }
 
 CPointerQualityDlg::~CPointerQualityDlg() = default;
-
-std::int64_t CPointerQualityDlg::nowUs() const
-{
-    LARGE_INTEGER counter;
-    QueryPerformanceCounter(&counter);
-    return counter.QuadPart / m_frequency * 1000000 + counter.QuadPart % m_frequency * 1000000 / m_frequency;
-}
 
 BOOL CPointerQualityDlg::OnInitDialog()
 {
@@ -65,60 +73,53 @@ BOOL CPointerQualityDlg::OnInitDialog()
     ScreenToClient(&place);
     frame->ShowWindow(SW_HIDE);
     m_histogram.Create(L"STATIC", L"", WS_CHILD | WS_VISIBLE | WS_BORDER, place, this, IDC_PQ_HISTOGRAM + 1);
-    rawkit::RawInputReceiver::Handlers handlers;
-    handlers.input = [this](const RAWINPUT& input) { onInput(input); };
-    m_receiver = rawkit::RawInputReceiver::start(rawkit::hid::kGenericDesktop, rawkit::hid::kMouse, std::move(handlers));
+    m_source = m_startSource([this](const pointerq::TimedReport& report) { onReport(report); });
+    if (m_source == nullptr) {
+        ksx::cerr << "PointerQualityTest: the device's reports cannot be received (error "
+                  << std::to_string(::GetLastError()).c_str() << ")" << ksx::endl;
+        EndDialog(IDCANCEL);   // the verdict stays CANNOTRUN
+        return TRUE;
+    }
     GetDlgItem(IDC_PQ_PASS)->EnableWindow(FALSE);
     setTexts();
     refresh();
-    m_refreshTimer.SetAsWindowTimer(this, kRefreshTimer, kRefreshMs);
+    const UINT periodMs = framePeriodMs();
+    m_framePeriodUs = std::int64_t{periodMs} * 1000;
+    m_refreshTimer.SetAsWindowTimer(this, kRefreshTimer, periodMs);
     return TRUE;
 }
 
 void CPointerQualityDlg::OnDestroy()
 {
     m_refreshTimer.Kill();
-    m_receiver.reset();
+    m_source.reset();
     if (m_histogram.m_hWnd != nullptr) {
         m_histogram.DestroyWindow();
     }
     KSXDialog::OnDestroy();
 }
 
-void CPointerQualityDlg::onInput(const RAWINPUT& input)
+void CPointerQualityDlg::onReport(const pointerq::TimedReport& report)
 {
-    if (input.header.dwType != RIM_TYPEMOUSE || reinterpret_cast<std::uintptr_t>(input.header.hDevice) != m_device) {
-        return;   // another device's report does not count
-    }
-    const RAWMOUSE& mouse = input.data.mouse;
-    pointerq::TimedReport report;
-    report.timeUs = nowUs();
-    // An absolute position (a tablet, a remote session) is no movement of this device.
-    if ((mouse.usFlags & MOUSE_MOVE_ABSOLUTE) == 0) {
-        report.mouse.dx = mouse.lLastX;
-        report.mouse.dy = mouse.lLastY;
-    }
-    report.mouse.buttonFlags = mouse.usButtonFlags;
-    if ((mouse.usButtonFlags & RI_MOUSE_WHEEL) != 0) {
-        report.mouse.wheel = static_cast<std::int16_t>(mouse.usButtonData);
-    }
-    if ((mouse.usButtonFlags & RI_MOUSE_HWHEEL) != 0) {
-        report.mouse.hwheel = static_cast<std::int16_t>(mouse.usButtonData);
-    }
     m_analysis.add(report);
     m_changed = true;
+    // Timers come only once the queue is empty: a device that keeps it full must not freeze the
+    // figures, so a report refreshes them too once a frame has passed.
+    if (m_clock.nowUs() - m_refreshedAtUs >= m_framePeriodUs) {
+        refresh();
+    }
 }
 
 void CPointerQualityDlg::OnTimer(UINT_PTR nIDEvent)
 {
     if (nIDEvent == kRefreshTimer) {
-        const std::int64_t now = nowUs();
+        const std::int64_t now = m_clock.nowUs();
         if (m_handsOffAtUs >= 0 && now >= m_handsOffAtUs) {
             m_analysis.startIdle(m_handsOffAtUs);
             m_handsOffAtUs = -1;
         }
         // The countdown ticks even without reports, and its end shows once it has ended.
-        if (m_changed || m_counting) {
+        if ((m_changed || m_counting) && now - m_refreshedAtUs >= m_framePeriodUs) {
             refresh();
         }
     }
@@ -127,7 +128,14 @@ void CPointerQualityDlg::OnTimer(UINT_PTR nIDEvent)
 
 void CPointerQualityDlg::setItemText(int nID, const ksx::String& text)
 {
-    ::SetDlgItemTextW(m_hWnd, nID, reinterpret_cast<const wchar_t*>(text.getUCS2Buffer()));
+    // Only a text that changed is set: each one set repaints its control, and most stay the same
+    // from one refresh to the next.
+    std::wstring wide(reinterpret_cast<const wchar_t*>(text.getUCS2Buffer()));
+    const auto [shown, first] = m_shownTexts.try_emplace(nID);
+    if (first || wide != shown->second) {
+        shown->second = std::move(wide);
+        ::SetDlgItemTextW(m_hWnd, nID, shown->second.c_str());
+    }
 }
 
 void CPointerQualityDlg::setTexts()
@@ -150,7 +158,8 @@ void CPointerQualityDlg::refresh()
 {
     using namespace kstrmouse::texts;
     m_changed = false;
-    const std::int64_t now = nowUs();
+    const std::int64_t now = m_clock.nowUs();
+    m_refreshedAtUs = now;
     const pointerq::ReportRate& rate = m_analysis.rate();
     m_histogram.show(rate.histogram().columns<CIntervalHistogramCtrl::kColumns>(CIntervalHistogramCtrl::kSpanUs),
                      rate.medianUs());
@@ -215,7 +224,11 @@ void CPointerQualityDlg::refresh()
         }
     }
     setItemText(IDC_PQ_STATUS, status);
-    GetDlgItem(IDC_PQ_PASS)->EnableWindow(findings.empty() && m_analysis.complete(now));
+    const BOOL passOpen = findings.empty() && m_analysis.complete(now) ? TRUE : FALSE;
+    CWnd* pass = GetDlgItem(IDC_PQ_PASS);
+    if (pass->IsWindowEnabled() != passOpen) {
+        pass->EnableWindow(passOpen);
+    }
 }
 
 void CPointerQualityDlg::OnBnClickedHandsOff()
@@ -223,13 +236,13 @@ void CPointerQualityDlg::OnBnClickedHandsOff()
     if (m_counting) {
         return;   // one hands-off period at a time
     }
-    m_handsOffAtUs = nowUs() + kHandsOffLeadInUs;
+    m_handsOffAtUs = m_clock.nowUs() + kHandsOffLeadInUs;
     refresh();
 }
 
 void CPointerQualityDlg::finish(const TestResult& verdict)
 {
-    const std::int64_t now = nowUs();
+    const std::int64_t now = m_clock.nowUs();
     m_findings = m_analysis.findings(now);
     m_measurements = m_analysis.measurements();
     m_result = verdict;
@@ -238,7 +251,7 @@ void CPointerQualityDlg::finish(const TestResult& verdict)
 void CPointerQualityDlg::OnBnClickedPass()
 {
     // Pass is enabled only while nothing was found; a report arriving since may have changed that.
-    finish(m_analysis.findings(nowUs()).empty() ? TestResult::PASS() : TestResult::FAIL());
+    finish(m_analysis.findings(m_clock.nowUs()).empty() ? TestResult::PASS() : TestResult::FAIL());
     EndDialog(IDOK);
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "CPointerQualityDlg.h"
+#include "RawInputReportSource.h"
 #include "Registration.h"
 #include "harn5/DiagModule.h"
 #include "harn5/HarnException.h"
@@ -64,7 +65,7 @@ TestResult runPointerQualityTest(const harn5::DiagDevice& device)
         ksx::cerr << "PointerQualityTest: " << device.name().utf8().c_str() << " is not attached any more" << ksx::endl;
         return TestResult::CANNOTRUN();
     }
-    CPointerQualityDlg dialog(attached->handle, chosen);
+    CPointerQualityDlg dialog(RawInputReportSource::of(attached->handle), chosen);
     if (dialog.DoModal() == -1) {
         return TestResult::CANNOTRUN();
     }
