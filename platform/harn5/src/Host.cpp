@@ -199,6 +199,12 @@ int Host::abandon(const std::string& reason)
     return status;
 }
 
+bool Host::willRun(const Test& test) const
+{
+    const std::string name = test.name().utf8();
+    return std::find(m_options.tests.begin(), m_options.tests.end(), name) != m_options.tests.end();
+}
+
 bool Host::unattended() const
 {
     return m_options.unattended || !m_consoleInput;

@@ -54,6 +54,20 @@ bool faultAsked(const std::string& fault)
 [[maybe_unused]] const auto* const oleFault =
     faultAsked("ole") ? new mousetest::ImportOverride<OleInitializeFn>(__imp_OleInitialize, &refuseOle) : nullptr;
 
+// KSTR_FAULT=gdiplus: GDI+ refuses to start (its slot is taken before the first call loads it).
+using GdiplusStartupFn = int(WINAPI*)(ULONG_PTR*, const void*, void*);
+extern "C" GdiplusStartupFn __imp_GdiplusStartup;
+
+int WINAPI refuseGdiplus(ULONG_PTR* token, const void*, void*)
+{
+    *token = 0;
+    return 1;   // GenericError
+}
+
+[[maybe_unused]] const auto* const gdiplusFault =
+    faultAsked("gdiplus") ? new mousetest::ImportOverride<GdiplusStartupFn>(__imp_GdiplusStartup, &refuseGdiplus)
+                          : nullptr;
+
 [[maybe_unused]] harn5::Test* const faults[] = {
     fault("ThrowCoreException", &throwCoreException),
     fault("ThrowHostException", &throwHostException),

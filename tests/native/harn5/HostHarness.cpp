@@ -23,11 +23,11 @@ HostHarness::HostHarness()
     untilFinished = host.createParameter("bDisablePassUntilFinished", DataType::BOOLEAN(), "", false, true);
     mouseType = host.createParameter("iForceMouseType", DataType::UINT32(), "", false, true);
     const DeviceCapability synaptics = DeviceCapability::Mouse() | DeviceCapability::SynapticsMouse();
-    host.createTest("TouchpadTest", synaptics | DeviceCapability::SynapticsTouchPad(), entry)
+    touchpadTest = host.createTest("TouchpadTest", synaptics | DeviceCapability::SynapticsTouchPad(), entry)
         ->setInteractive(true)->addParameter(untilFinished);
     host.createTest("TrackPointTest", synaptics | DeviceCapability::SynapticsTrackpoint(), entry)
         ->setInteractive(true)->addParameter(untilFinished)->addParameter(pnpList);
-    host.createTest("MouseTest", DeviceCapability::Mouse(), entry)
+    mouseTest = host.createTest("MouseTest", DeviceCapability::Mouse(), entry)
         ->setEnumeratesOnlyOnce(true)
         ->addDevicePropertyExclusion("SP_Handle", "")
         ->addParameter(mouseType)

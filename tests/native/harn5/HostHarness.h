@@ -23,6 +23,8 @@ public:
     std::ostringstream err;
     Behaviour behaviour;                       // what every registered test's entry does
     std::vector<std::string> devicesSeen;      // device names the entries were called with
+    harn5::Test* touchpadTest;
+    harn5::Test* mouseTest;
     harn5::Event* failed;
     harn5::Event* skipped;
     harn5::LocalizedString* stepIndex;

@@ -61,6 +61,9 @@ TEST(Report, IsValidAndCompleteAfterEveryStep)
     harness.host.setVersion(6, 5, "000000001");
     harness.host.setModuleInitCallback([] {
         g_harness->host.report(Host::Severity::Informative, g_harness->skipped, "KstrMouse", 114);
+        // What the command line asks for is known by then, so the module prepares only that.
+        EXPECT_TRUE(g_harness->host.willRun(*g_harness->mouseTest));
+        EXPECT_FALSE(g_harness->host.willRun(*g_harness->touchpadTest));
     });
     std::vector<json> seen;
     harness.behaviour = [&](const DiagDevice&) {

@@ -59,6 +59,9 @@ public:
     int abandon(const std::string& reason);
     // No person is there to answer a message box: --unattended, or standard input is no console.
     bool unattended() const;
+    // This start's command line asks for the test: from the module-init callback on, so that the
+    // module prepares only what the tests asked for use.
+    bool willRun(const Test& test) const;
 
     enum class Severity { Error, Warning, Informative };
     void report(Severity severity, Event* event, const HarnString& sourceFile, int sourceLine);

@@ -122,6 +122,11 @@ int CKstrMouseGUIApp::Run()
 
 void moduleInit()
 {
+    // Only the click test draws on this session (the touch tests start one of their own): a run
+    // without it never loads GDI+ at all.
+    if (!DiagModule::host().willRun(*kstrmouse::tests::MouseInteractiveTest)) {
+        return;
+    }
     const Gdiplus::GdiplusStartupInput input(nullptr, FALSE, FALSE);
     ULONG_PTR token = 0;
     if (Gdiplus::GdiplusStartup(&token, &input, nullptr) != Gdiplus::Ok) {
