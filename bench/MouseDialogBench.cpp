@@ -1,5 +1,6 @@
 // How much the classic dialog's mouse handlers cost, against the default dialog procedure on the same
 // template: both dialogs get the same messages through SendMessage, timed one by one, in one run.
+// The classic dialog runs as the host runs it, with the English texts.
 #include <windows.h>
 #include <ole2.h>
 
@@ -8,14 +9,13 @@
 #include <string>
 #include <vector>
 
-#include "KstrMouseDlg.h"
+#include "HostRun.h"
 #include "Timings.h"
 
 namespace {
 
 constexpr UINT kTemplate = 102;     // the classic dialog's template
 constexpr int kRounds = 2000;        // messages of each kind per dialog
-constexpr UINT_PTR kStartTimer = 4711;
 
 // Sends `kRounds` times the messages `make(i)` gives to `window`; each send is timed alone.
 Timings measure(HWND window, const std::function<std::vector<MSG>(int)>& make)
@@ -66,38 +66,37 @@ const Workload kWorkloads[] = {
      [](HWND d, int) { return std::vector<MSG>{message(WM_MOUSEMOVE, 0, backgroundPoint(d))}; }},
 };
 
-std::string g_results;
-
 INT_PTR CALLBACK plainProc(HWND, UINT, WPARAM, LPARAM) { return FALSE; }
 
-// Runs inside the classic dialog's modal loop: measures both dialogs, then closes it.
-void CALLBACK runBenchmark(HWND, UINT, UINT_PTR id, DWORD)
+// Runs inside the classic dialog's modal loop: measures both dialogs.
+std::string runBenchmark(HWND dialog)
 {
-    KillTimer(nullptr, id);
-    HWND dialog = GetActiveWindow();
+    std::string results;
     HWND plain = CreateDialogParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(kTemplate), nullptr, plainProc, 0);
     for (const Workload& w : kWorkloads) {
         const auto make = [&](HWND target) { return [&, target](int i) { return w.make(target, i); }; };
         const Timings plainTimings = measure(plain, make(plain));
         const Timings dialogTimings = measure(dialog, make(dialog));
-        g_results += Timings::comparison(w.name, dialogTimings, plainTimings, w.changesState ? 20.0 : 2.0);
+        results += Timings::comparison(w.name, dialogTimings, plainTimings, w.changesState ? 20.0 : 2.0);
     }
     DestroyWindow(plain);
-    PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+    return results;
 }
 
 }  // namespace
 
 int wmain()
 {
+    // The module starts OLE before its tests run; the dialog is its own drop target.
     OleInitialize(nullptr);
-    SetTimer(nullptr, kStartTimer, 300, runBenchmark);
-    {
-        CKstrMouseDlg dialog(nullptr);
-        dialog.DoModal();
-    }
+    std::string results;
+    HostRun run({"--test", "MouseTest", "--device", "Mouse"}, [&results](HWND dialog) { results = runBenchmark(dialog); });
+    const bool ran = run.run();
     OleUninitialize();
+    if (!ran) {
+        return 1;
+    }
     std::printf("Classic dialog mouse handlers against the default dialog procedure, %d rounds each:\n%s",
-                kRounds, g_results.c_str());
+                kRounds, results.c_str());
     return 0;
 }
