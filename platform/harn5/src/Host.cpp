@@ -150,6 +150,7 @@ void Host::setModuleInitCallback(void (*callback)())
 int Host::start()
 {
     m_stop = StopState();
+    m_refused.clear();
     m_options = parseAndValidate();
     buildDeviceList();
     configureLogging(m_options);
@@ -182,27 +183,15 @@ int Host::start()
     return status;
 }
 
-int Host::abandon(const std::string& reason)
-{
-    m_options = parseAndValidate();
-    m_report.open(m_options.reportPath.empty() ? std::filesystem::path() : Text::toPath(m_options.reportPath),
-                  m_moduleName, versionText(), m_language.code());
-    int status = 0;
-    for (const std::string& name : m_options.tests) {
-        RunRecord record = newRun(*findTest(name));
-        record.reason = reason;
-        m_report.finishRun(m_report.beginRun(std::move(record)), TestResult::CANNOTRUN());
-        status = TestResult::CANNOTRUN().value();
-    }
-    m_report.setExitStatus(status);
-    *m_out << m_report.summary() << std::flush;
-    return status;
-}
-
 bool Host::willRun(const Test& test) const
 {
     const std::string name = test.name().utf8();
     return std::find(m_options.tests.begin(), m_options.tests.end(), name) != m_options.tests.end();
+}
+
+void Host::refuse(const Test& test, const std::string& reason)
+{
+    m_refused[&test] = reason;
 }
 
 bool Host::unattended() const
@@ -380,6 +369,16 @@ void Host::runTest(const Test& test, int& status)
     const auto note = [&status](const TestResult& verdict) {
         status = status == 0 ? verdict.value() : status;
     };
+    const auto cannotRun = [&](const std::string& reason) {
+        RunRecord record = newRun(test);
+        record.reason = reason;
+        m_report.finishRun(m_report.beginRun(std::move(record)), TestResult::CANNOTRUN());
+        note(TestResult::CANNOTRUN());
+    };
+    if (const auto refused = m_refused.find(&test); refused != m_refused.end()) {
+        cannotRun(refused->second);
+        return;
+    }
     if (fitting.empty()) {
         std::string reason = "no device has " + test.capability().toString();
         if (excluded > 0) {
@@ -387,10 +386,7 @@ void Host::runTest(const Test& test, int& status)
                      test.capability().toString() + " are excluded by the test's device property exclusions";
         }
         *m_err << test.name().utf8() << " cannot run: " << reason << std::endl;
-        RunRecord record = newRun(test);
-        record.reason = reason;
-        m_report.finishRun(m_report.beginRun(std::move(record)), TestResult::CANNOTRUN());
-        note(TestResult::CANNOTRUN());
+        cannotRun(reason);
         return;
     }
     if (test.enumeratesOnlyOnce()) {

@@ -12,7 +12,9 @@
 #include <string>
 #include <vector>
 
+#include "KstrMouse.h"
 #include "MouseDlgHarness.h"
+#include "harn5/DiagModule.h"
 #include "harn5/Host.h"
 #include "resource.h"
 
@@ -159,15 +161,18 @@ int WINAPI RecordMessageBox(const MSGBOXPARAMSW* params)
     return IDOK;
 }
 
-TEST(FaultInjection, OleThatCannotStartStopsTheModuleWithAMessageOnlyWhenSomeoneIsThere)
+TEST(FaultInjection, OleThatCannotStartLeavesTheClassicTestUnableToRunWithAMessageOnlyWhenSomeoneIsThere)
 {
     const ImportOverride<OleInitializeFn> refuse(__imp_OleInitialize, &OleRefused);
     const ImportOverride<MessageBoxFn> record(__imp_MessageBoxIndirectW, &RecordMessageBox);
-    ASSERT_NE(AfxGetApp(), nullptr);
+    harn5::DiagModule::setModuleInitCallback(&moduleInit);
     for (const bool console : {true, false}) {
         s_messageBoxText.clear();
         harn5::Host::process().setConsoleInput(console);
-        EXPECT_FALSE(AfxGetApp()->InitInstance());
+        const harn5::RunRecord run =
+            mousetest::RunMouseTestInHost({}, [](Dialog&) { ADD_FAILURE() << "the dialog opened without OLE"; });
+        EXPECT_EQ(run.verdict, TestResult::CANNOTRUN());
+        EXPECT_EQ(run.reason, "OLE could not be initialised");
         EXPECT_EQ(s_messageBoxText, console ? L"Ole Initialization Failed" : L"");
     }
 }

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <iosfwd>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -54,14 +55,14 @@ public:
     void setModuleInitCallback(void (*callback)());
     // Parses, validates, prepares and runs what the command line asks; the exit status.
     int start();
-    // When the module cannot start at all: parses the command line, reports each test asked for
-    // as CANNOTRUN for that reason, prints the summary and answers the exit status.
-    int abandon(const std::string& reason);
     // No person is there to answer a message box: --unattended, or standard input is no console.
     bool unattended() const;
     // This start's command line asks for the test: from the module-init callback on, so that the
     // module prepares only what the tests asked for use.
     bool willRun(const Test& test) const;
+    // What the test needs cannot be had in this start (from the module-init callback): each of its
+    // runs is CANNOTRUN for the reason, and its entry point is never called.
+    void refuse(const Test& test, const std::string& reason);
 
     enum class Severity { Error, Warning, Informative };
     void report(Severity severity, Event* event, const HarnString& sourceFile, int sourceLine);
@@ -131,6 +132,7 @@ private:
     unsigned int m_minor = 0;
     std::string m_build;
     void (*m_initCallback)() = nullptr;
+    std::map<const Test*, std::string> m_refused;   // this start's tests that cannot run, and why
 
     std::filesystem::path m_languageFolder;
     std::string m_userLanguage;

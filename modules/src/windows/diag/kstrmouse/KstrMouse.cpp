@@ -64,17 +64,6 @@ BOOL CKstrMouseGUIApp::InitInstance()
 {
     // A module whose tests were not registered before it would run with some of them missing.
     KSX_ASSERT(m_registeredFirst, "KstrMouse", kLineRegisteredFirst);
-    if (!AfxOleInit()) {
-        // No test can run: the report still says so, and the exit status follows it. Nobody may
-        // be there to close a message box.
-        m_nExitCode = abandonRun("OLE could not be initialised");
-        if (harn5::Host::process().unattended()) {
-            ksx::cerr << "Ole Initialization Failed" << ksx::endl;
-        } else {
-            AfxMessageBox(L"Ole Initialization Failed", 0, 0);
-        }
-        return FALSE;
-    }
     AfxEnableControlContainer(nullptr);
     AfxRegisterWndClass(kModuleClassStyle, nullptr, nullptr, nullptr);
     return TRUE;
@@ -86,17 +75,6 @@ void CKstrMouseGUIApp::handCommandLineToHost()
     ParseCommandLine(parser);
     DiagModule::setCmdLineArgs(parser.argc(), parser.argv());
     DiagModule::setVersion(kVersionMajor, kVersionMinor, harn5::HarnString(kVersionBuild));
-}
-
-int CKstrMouseGUIApp::abandonRun(const std::string& reason)
-{
-    try {
-        handCommandLineToHost();
-        return harn5::Host::process().abandon(reason);
-    } catch (const harn5::HarnException& e) {
-        ksx::cerr << "HarnException: " << e.toString().getUTF8Buffer() << ksx::endl;
-    }
-    return TestResult::EXITEDABNORMALLY().value();
 }
 
 int CKstrMouseGUIApp::Run()
@@ -122,9 +100,21 @@ int CKstrMouseGUIApp::Run()
 
 void moduleInit()
 {
+    harn5::Host& host = DiagModule::host();
+    // Only the classic test drags and drops: OLE starts for a run with it in it.
+    if (host.willRun(*kstrmouse::tests::MouseTest) && !AfxOleInit()) {
+        // It cannot run, and the report says so; the other tests go on. Nobody may be there to
+        // close a message box.
+        host.refuse(*kstrmouse::tests::MouseTest, "OLE could not be initialised");
+        if (host.unattended()) {
+            ksx::cerr << "Ole Initialization Failed" << ksx::endl;
+        } else {
+            AfxMessageBox(L"Ole Initialization Failed", 0, 0);
+        }
+    }
     // Only the click test draws on this session (the touch tests start one of their own): a run
     // without it never loads GDI+ at all.
-    if (!DiagModule::host().willRun(*kstrmouse::tests::MouseInteractiveTest)) {
+    if (!host.willRun(*kstrmouse::tests::MouseInteractiveTest)) {
         return;
     }
     const Gdiplus::GdiplusStartupInput input(nullptr, FALSE, FALSE);

@@ -2,13 +2,12 @@
 // The module's application object and the entry points of the two mouse tests.
 #include <afxwin.h>
 
-#include <string>
 
 #include "harn5/DiagDevice.h"
 #include "harn5/LocalizedString.h"
 #include "harn5/TestResult.h"
 
-// Started by the framework: prepares OLE, hands the command line to the host and runs it.
+// Started by the framework: hands the command line to the host and runs it.
 class CKstrMouseGUIApp : public CWinApp {
 public:
     CKstrMouseGUIApp();
@@ -22,16 +21,14 @@ public:
 private:
     // The command line and the version, as the host takes them.
     void handCommandLineToHost();
-    // Reports every test asked for as unable to run for reason; the exit status.
-    int abandonRun(const std::string& reason);
-
     bool m_registeredFirst;
 };
 
 // The application object, constructed after every registration.
 extern CKstrMouseGUIApp theApp;
 
-// Called back by the host before the first test: GDI+ stays up for the life of the process.
+// Called back by the host before the first test: OLE for the classic test and GDI+ for the click
+// test, when the run has them, stay up for the life of the process.
 void moduleInit();
 
 harn5::TestResult MouseTest(const harn5::DiagDevice& device);
