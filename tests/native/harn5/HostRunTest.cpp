@@ -114,6 +114,29 @@ TEST(Report, IsValidAndCompleteAfterEveryStep)
               std::string::npos) << harness.out.str();
 }
 
+TEST(ModuleInit, ATestItRefusesIsReportedWithTheReasonAndTheOthersRun)
+{
+    HostHarness harness;
+    ReportFile report;
+    g_harness = &harness;
+    harness.host.setModuleInitCallback([] { g_harness->host.refuse(*g_harness->mouseTest, "OLE could not start"); });
+    std::vector<std::string> entered;
+    harness.behaviour = [&](const DiagDevice&) {
+        entered.push_back(harness.host.currentTest()->name().utf8());
+        return TestResult::PASS();
+    };
+    const std::vector<std::string> arguments{"--test", "MouseTest", "--test", "TouchpadTest", "--no-system-devices",
+                                             "--device", "Mouse", "--device", "SynapticsTouchPad+SynapticsMouse+Mouse,SP_Handle=1",
+                                             "--report", report.path()};
+    // Told anew at each start: a refusal of one start does not outlive it.
+    EXPECT_EQ(harness.run(arguments), 4);
+    harness.host.setModuleInitCallback([] {});
+    EXPECT_EQ(harness.run(arguments), 0);
+    EXPECT_EQ(entered, (std::vector<std::string>{"TouchpadTest", "MouseTest", "TouchpadTest"}));
+    const json final = report.read();
+    EXPECT_EQ(final["runs"][0]["verdict"], "PASS");
+}
+
 TEST(ExitStatus, IsZeroOnlyWhenEveryRunPassedElseTheFirstOtherVerdict)
 {
     struct Case {
