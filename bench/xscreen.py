@@ -39,6 +39,9 @@ class Region:
     def centre(self):
         return self.x + self.w // 2, self.y + self.h // 2
 
+    def moved(self, dx, dy):
+        return Region(self.x + dx, self.y + dy, self.w, self.h)
+
     def __repr__(self):
         return f"{self.w}x{self.h}+{self.x}+{self.y}"
 
@@ -69,6 +72,8 @@ class XScreen:
         if not self.display:
             raise RuntimeError(f"cannot open display {display}")
         self.root = self.x11.XDefaultRootWindow(self.display)
+        self.x11.XDisplayWidth.argtypes = self.x11.XDisplayHeight.argtypes = [ctypes.c_void_p, ctypes.c_int]
+        self.size = (self.x11.XDisplayWidth(self.display, 0), self.x11.XDisplayHeight(self.display, 0))
 
     def close(self):
         if self.display:
@@ -107,3 +112,34 @@ class XScreen:
         self.x11.XFree(head.data)
         self.x11.XFree(image)
         return pixels
+
+
+def _runs(indices, gap):
+    """Sorted indices grouped into [first, last] runs, neighbours at most `gap` apart joined."""
+    runs = []
+    for i in indices:
+        if runs and i - runs[-1][1] <= gap:
+            runs[-1][1] = i
+        else:
+            runs.append([i, i])
+    return runs
+
+
+def changed_bands(before, after, area, gap=8):
+    """Where two reads of `area` (32-bit pixels) differ, as a few rectangles: runs of changed rows,
+    split into runs of changed columns, each shrunk to its changes (neighbours fewer than `gap`
+    pixels apart joined). Reading these instead of the whole area keeps a watch cheap."""
+    line = area.w * 4
+
+    def changed(y, x):
+        at = y * line + x * 4
+        return before[at:at + 4] != after[at:at + 4]
+
+    rows = [y for y in range(area.h) if before[y * line:(y + 1) * line] != after[y * line:(y + 1) * line]]
+    bands = []
+    for top, bottom in _runs(rows, gap):
+        columns = [x for x in range(area.w) if any(changed(y, x) for y in range(top, bottom + 1))]
+        for left, right in _runs(columns, gap):
+            inside = [y for y in range(top, bottom + 1) if any(changed(y, x) for x in range(left, right + 1))]
+            bands.append(Region(area.x + left, area.y + inside[0], right - left + 1, inside[-1] - inside[0] + 1))
+    return bands
