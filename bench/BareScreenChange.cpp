@@ -177,8 +177,10 @@ int wmain(int argc, wchar_t** argv)
             return 2;
         }
         changes.push_back(std::make_unique<Change>(Change{kind}));
-        if (CreateWindowExW(WS_EX_NOACTIVATE, windowClass.lpszClassName, argv[i], WS_POPUP | WS_VISIBLE, place[0],
-                            place[1], place[2], place[3], nullptr, nullptr, instance, changes.back().get()) == nullptr) {
+        const HWND window = CreateWindowExW(WS_EX_NOACTIVATE, windowClass.lpszClassName, argv[i], WS_POPUP | WS_VISIBLE,
+                                            place[0], place[1], place[2], place[3], nullptr, nullptr, instance,
+                                            changes.back().get());
+        if (window == nullptr) {
             std::fputs("bare_screen_change: cannot create a window\n", stderr);
             return 1;
         }
