@@ -186,13 +186,14 @@ class BareWindow:
         self.proc.wait(timeout=20)
 
 
-def compare(session, screen, bare_exe, kind, dialog, point, sample, rounds):
+def compare(session, screen, bare_exe, kind, dialog, point, sample, rounds, bare_sample=None):
     """One kind of input on the dialog (its window's place `dialog`) against a bare window.
 
-    sample(target, n) does the n-th sample of the kind on a target and returns its (first, complete)
-    times. The last warm-up sample on the dialog finds the pixels the input changes, reading the
-    whole window before and after, with time for the dialog's timers to settle first; the bare
-    window is then made as large, and the two take turns, who goes first changing each round."""
+    sample(target, n) does the n-th sample of the kind on the dialog's target and returns its (first,
+    complete) times; bare_sample (default: sample) the same on the bare window's. The last warm-up
+    sample on the dialog finds the pixels the input changes, reading the whole window before and
+    after, with time for the dialog's timers to settle first; the bare window is then made as large,
+    and the two take turns, who goes first changing each round."""
     whole = Target(screen, point, [dialog], settle=0.3)
     for n in range(WARM_UP):
         sample(whole, n)
@@ -203,12 +204,13 @@ def compare(session, screen, bare_exe, kind, dialog, point, sample, rounds):
     mine.watched = bands
     bare = BareWindow(session, screen, bare_exe, kind, bands, dialog)
     try:
-        pair = [(Target(screen, point, bands), mine), (bare.target, theirs)]
+        bare_sample = bare_sample or sample
+        pair = [(sample, Target(screen, point, bands), mine), (bare_sample, bare.target, theirs)]
         for n in range(WARM_UP):
-            sample(bare.target, n)
+            bare_sample(bare.target, n)
         for n in range(WARM_UP, WARM_UP + rounds):
-            for target, into in pair if n % 2 == 0 else reversed(pair):
-                into.add(sample(target, n))
+            for take, target, into in pair if n % 2 == 0 else reversed(pair):
+                into.add(take(target, n))
     finally:
         bare.close()
     return mine, theirs
@@ -218,18 +220,18 @@ def classic(session, screen, folder, bare_exe, rounds):
     """The classic dialog with every check demanded (so Pass and the missing-checks line follow too)."""
     run = MouseTestRun(session, folder, *ALL_CHECKS)
     places = session.controls(TITLE, [0, STATUS_GROUP, FAIL_BUTTON, FACE])
-    dialog = Region.union([places[0]])
+    dialog = Region.of(places[0])
     frame = places[STATUS_GROUP]
     on_status = (frame["x"] + 20, frame["y"] + frame["h"] - 15)
     kinds = [("press", "classic: left press", on_status, lambda t, n: t.press()),
              ("wheel", "classic: wheel notch", on_status, lambda t, n: t.wheel(n % 2 == 0)),
-             ("face", "classic: double click on the face", Region.union([places[FACE]]).centre(),
+             ("face", "classic: double click on the face", Region.of(places[FACE]).centre(),
               lambda t, n: t.double_click())]
     try:
         return {name: compare(session, screen, bare_exe, kind, dialog, point, sample, rounds)
                 for kind, name, point, sample in kinds}
     finally:
-        screen.move(*Region.union([places[FAIL_BUTTON]]).centre())
+        screen.move(*Region.of(places[FAIL_BUTTON]).centre())
         screen.click(XScreen.BUTTON_LEFT)
         run.finish_output()
 
@@ -246,15 +248,16 @@ class ClickTestSteps:
         module.wait_seconds = 60
         self.module.wait_for(self.step_one_begun, "the click test's first step")
         places = session.controls(kstrclick.TITLE, [0, CLICK_CLOSE, kstrclick.MOUSE_AREA])
-        self.dialog = Region.union([places[0]])
-        self.close_at = Region.union([places[CLICK_CLOSE]]).centre()
-        self.point = Region.union([places[kstrclick.MOUSE_AREA]]).centre()
+        self.dialog = Region.of(places[0])
+        self.close_at = Region.of(places[CLICK_CLOSE]).centre()
+        self.point = Region.of(places[kstrclick.MOUSE_AREA]).centre()
 
     def step_one_begun(self):
         now = self.s.controls(kstrclick.TITLE, [kstrclick.MOUSE_AREA, kstrclick.FAIL])
         return len(now) == 2 and now[kstrclick.MOUSE_AREA]["visible"] and now[kstrclick.FAIL]["enabled"]
 
     def __call__(self, target, _n):
+        """The next step on the dialog's `target`, timed from the release that completes it."""
         if self.done % len(self.BUTTONS) == 0:
             self.module.wait_for(self.step_one_begun, "the click test's first step")
         change = target.release(self.BUTTONS[self.done % len(self.BUTTONS)])
@@ -280,8 +283,8 @@ def click_test(session, screen, folder, bare_exe, rounds):
     steps = ClickTestSteps(session, screen, module)
     try:
         return {"click test: step completed": compare(
-            session, screen, bare_exe, "step", steps.dialog, steps.point,
-            lambda t, n: steps(t, n) if t.point == steps.point else t.release(buttons[n % len(buttons)]), rounds)}
+            session, screen, bare_exe, "step", steps.dialog, steps.point, steps, rounds,
+            bare_sample=lambda t, n: t.release(buttons[n % len(buttons)]))}
     finally:
         if steps.done % len(buttons) != 0:
             steps.close_run()

@@ -28,6 +28,11 @@ class Region:
             raise ValueError(f"an empty region: {self}")
 
     @classmethod
+    def of(cls, rect):
+        """The region of a dict with x, y, w, h, as the probe describes a control."""
+        return cls(rect["x"], rect["y"], rect["w"], rect["h"])
+
+    @classmethod
     def union(cls, rects):
         """The smallest region holding every rectangle (dicts with x, y, w, h, as the probe gives)."""
         left = min(r["x"] for r in rects)
