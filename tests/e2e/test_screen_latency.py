@@ -8,6 +8,7 @@ import os
 import subprocess
 import sys
 import tempfile
+import time
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
@@ -63,6 +64,41 @@ def case_changed_pixels_are_found_as_separate_bands(_tmp):
     bands = changed_bands(bytes(before), bytes(after), area)
     check([repr(b) for b in bands] == ["4x9+102+203", "5x3+140+205", "1x1+130+235"], bands)
     check(changed_bands(bytes(before), bytes(before), area) == [], "no change, no band")
+
+
+class ScriptedScreen:
+    """A screen whose whole reads (every region once) follow a script of states; the last one stays."""
+
+    def __init__(self, states, regions):
+        self.states, self.regions, self.reads, self.asked = states, regions, 0, []
+
+    def read(self, region):
+        self.asked.append(repr(region))
+        state = self.states[min(self.reads, len(self.states) - 1)]
+        if region is self.regions[-1]:
+            self.reads += 1
+        return state + repr(region).encode()
+
+
+def case_watch_times_the_first_and_the_last_change(_tmp):
+    regions = [Region(0, 0, 2, 2), Region(10, 0, 3, 1)]
+
+    def watch(states):
+        screen = ScriptedScreen(states, regions)
+        return screen, Target(screen, (0, 0), regions).watch
+
+    # Before the input A; then an empty place (B) as a window is hidden, then the new picture (C).
+    screen, picture = watch([b"A", b"A", b"A", b"B", b"B", b"C"])
+    first, complete = picture.time_change(time.perf_counter)
+    check(0 < first < complete, (first, complete))
+    check(picture.before.startswith(b"A") and picture.after.startswith(b"C"), picture.after)
+    check(screen.asked[:4] == ["2x2+0+0", "3x1+10+0"] * 2, "each read takes every region, in order")
+    # A flash that goes back to what was there is a change too, complete when it is over.
+    _, flash = watch([b"A", b"A", b"B", b"A"])
+    first, complete = flash.time_change(time.perf_counter)
+    check(first < complete and flash.after == flash.before, "a flash")
+    _, still = watch([b"A"])
+    check(still.time_change(time.perf_counter) is None, "nothing changed: no time")
 
 
 def case_bare_windows_change_for_their_input(tmp):
