@@ -13,7 +13,6 @@
 #include <cstdio>
 #include <cwchar>
 #include <memory>
-#include <string>
 #include <vector>
 
 namespace {
@@ -29,7 +28,7 @@ enum class Kind { Press, Wheel, Face, Step };
 struct Change {
     Kind kind;
     COLORREF colour = kLight;
-    bool second = false;   // which of the two colours of a wheel, face or step comes next
+    bool second = false;   // which of the two colours of a face or a step shows
 };
 
 // BeginPaint and EndPaint, paired.
