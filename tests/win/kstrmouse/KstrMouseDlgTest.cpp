@@ -85,11 +85,12 @@ TEST(MouseDialogPassPolicy, DisabledUntilStartedWaitsForACompletedAction)
 {
     const ParamsTrue started({params::bDisablePassUntilStarted});
     for (const Action& action : std::vector<Action>{LeftClick, RightClick, MiddleClick, WheelAway, DoubleClickFace,
-                                                    [](const Dialog& d) { d.Send(WM_MOUSEHWHEEL, kAway); }}) {
+                                                    [](const Dialog& d) { d.Send(WM_MOUSEHWHEEL, kAway); },
+                                                    [](const Dialog& d) { d.Send(WM_XBUTTONUP, MAKEWPARAM(0, XBUTTON2)); }}) {
         RunMouseDialog([&action](Dialog& d) {
             // Presses not yet released, and the dialog's own double-click messages, start nothing.
-            for (const UINT message : {WM_MBUTTONDOWN, WM_LBUTTONDBLCLK, WM_RBUTTONDBLCLK}) {
-                d.Send(message);
+            for (const UINT message : {WM_MBUTTONDOWN, WM_LBUTTONDBLCLK, WM_RBUTTONDBLCLK, WM_XBUTTONDOWN}) {
+                d.Send(message, message == WM_XBUTTONDOWN ? MAKEWPARAM(MK_XBUTTON1, XBUTTON1) : 0);
             }
             EXPECT_FALSE(d.Enabled(IDC_PASS));
             action(d);

@@ -473,8 +473,7 @@ void CKstrMouseDlg::OnMButtonUp(UINT nFlags, CPoint point)
 void CKstrMouseDlg::OnXButtonDown(UINT, UINT nButton, CPoint)
 {
     m_mouse.state[nButton == XBUTTON1 ? Mouse::BackButton : Mouse::ForwardButton] = Active;
-    UpdateControlMarks();
-    RefreshPassButton();
+    UpdateControlMarks();   // as for the other buttons, Pass waits for the release
 }
 
 void CKstrMouseDlg::OnXButtonUp(UINT, UINT nButton, CPoint)
