@@ -5,12 +5,12 @@ pointer is a report that leaps: so the pointer waits where the dialog opens, and
 button glides there in small steps.
 Shared by the end-to-end tests (tests/e2e) and the scripted demo.
 """
-import ctypes
 import os
 import time
 from pathlib import Path
 
 from kstrsession import ModuleRun
+from xscreen import XScreen
 
 TITLE = "Pointer Quality"
 HANDS_OFF, STATUS, PASS_BUTTON, FAIL_BUTTON, RATE = 1112, 1114, 1115, 1116, 1106
@@ -71,24 +71,17 @@ class SteadyMover:
     """Relative moves at a steady pace through XTest, as a device reporting at `hz` would."""
 
     def __init__(self, display):
-        self.xtst = ctypes.CDLL("libXtst.so.6")
-        self.x11 = ctypes.CDLL("libX11.so.6")
-        self.x11.XOpenDisplay.restype = ctypes.c_void_p
-        self.display = ctypes.c_void_p(self.x11.XOpenDisplay(display.encode()))
-        if not self.display:
-            raise RuntimeError(f"cannot open display {display}")
+        self.screen = XScreen(display)
 
     def move(self, hz, seconds, step=2):
         period = 1.0 / hz
         due = time.perf_counter()
         for n in range(int(hz * seconds)):
             # Back and forth: the pointer stays where it is, on the dialog.
-            dx = step if n % 2 == 0 else -step
-            self.xtst.XTestFakeRelativeMotionEvent(self.display, dx, 0, 0)
-            self.x11.XFlush(self.display)
+            self.screen.nudge(step if n % 2 == 0 else -step, 0)
             due += period
             while time.perf_counter() < due:
                 pass
 
     def close(self):
-        self.x11.XCloseDisplay(self.display)
+        self.screen.close()

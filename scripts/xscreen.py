@@ -73,6 +73,8 @@ class XScreen:
         self.xtst.XTestFakeButtonEvent.argtypes = [ctypes.c_void_p, ctypes.c_uint, ctypes.c_int, ctypes.c_ulong]
         self.xtst.XTestFakeMotionEvent.argtypes = [ctypes.c_void_p, ctypes.c_int, ctypes.c_int, ctypes.c_int,
                                                    ctypes.c_ulong]
+        self.xtst.XTestFakeRelativeMotionEvent.argtypes = [ctypes.c_void_p, ctypes.c_int, ctypes.c_int,
+                                                           ctypes.c_ulong]
         self.display = self.x11.XOpenDisplay(display.encode())
         if not self.display:
             raise RuntimeError(f"cannot open display {display}")
@@ -91,6 +93,11 @@ class XScreen:
         self.xtst.XTestFakeMotionEvent(self.display, -1, int(x), int(y), 0)
         self.x11.XSync(self.display, 0)
 
+    def nudge(self, dx, dy):
+        """A relative move, handed to the server at once, as a device's report would come."""
+        self.xtst.XTestFakeRelativeMotionEvent(self.display, int(dx), int(dy), 0)
+        self.x11.XFlush(self.display)
+
     def button(self, number, press):
         """Sends one press or release and hands it to the server at once; returns the monotonic
         time taken just before it was sent."""
@@ -108,6 +115,9 @@ class XScreen:
     # -- pixels -------------------------------------------------------------------------------
     def read(self, region):
         """The region's pixels as the screen shows them now (bytes, one server round trip)."""
+        # Xlib would end the process on the server's BadMatch; say which region it was instead.
+        if region.x < 0 or region.y < 0 or region.x + region.w > self.size[0] or region.y + region.h > self.size[1]:
+            raise RuntimeError(f"{region} lies outside the {self.size[0]}x{self.size[1]} screen")
         image = self.x11.XGetImage(self.display, self.root, region.x, region.y, region.w, region.h,
                                    ALL_PLANES, ZPIXMAP)
         if not image:
