@@ -18,6 +18,7 @@
 #include "Stopwatch.h"
 #include "harn5/DiagModule.h"
 #include "quality/CPointerQualityDlg.h"
+#include "quality/DisplayRate.h"
 #include "quality/ReportSource.h"
 #include "resource.h"
 
@@ -232,14 +233,6 @@ void runPhase(HWND dialog, FloodSource& source, Phase& phase)
     pump(30, [] {}, [&source] { return source.handled() == source.posted(); });
 }
 
-int displayRate()
-{
-    const HDC screen = GetDC(nullptr);
-    const int hz = GetDeviceCaps(screen, VREFRESH);
-    ReleaseDC(nullptr, screen);
-    return hz > 1 ? hz : 60;
-}
-
 }  // namespace
 
 int wmain()
@@ -266,7 +259,7 @@ int wmain()
         std::fprintf(stderr, "Pointer quality flood bench: the dialog never took the replay\n");
         return 1;
     }
-    const int hz = displayRate();
+    const int hz = DisplayRate::hz();
     // Not growing: what waits at the end is no more than after the first second, give or take a
     // refresh's worth of reports and the reports a full-pace replay keeps in flight.
     const auto growth = [hz](const Phase& phase) {

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <string>
 
+#include "DisplayRate.h"
 #include "Registration.h"
 #include "harn5/DiagModule.h"
 #include "ksx/OStream.h"
@@ -21,14 +22,7 @@ constexpr std::int64_t kHandsOffLeadInUs = 1000000;  // time to take the hand of
 // the screen can show them, however fast the reports come.
 UINT framePeriodMs()
 {
-    struct ScreenDC {
-        HDC dc = ::GetDC(nullptr);
-        ~ScreenDC() { ::ReleaseDC(nullptr, dc); }
-    } screen;
-    int hz = ::GetDeviceCaps(screen.dc, VREFRESH);
-    if (hz <= 1) {
-        hz = 60;   // 0 and 1 mean the hardware's default
-    }
+    const int hz = DisplayRate::hz();
     return static_cast<UINT>((1000 + hz - 1) / hz);
 }
 
