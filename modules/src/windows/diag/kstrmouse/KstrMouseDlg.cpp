@@ -488,17 +488,16 @@ void CKstrMouseDlg::UpdateControlMarks()
     const auto mark = [this](const harn5::LocalizedString* label, Mouse::Control control) {
         return CControlMarksCtrl::Mark{Text(label), m_mouse.state[control]};
     };
-    std::vector<CControlMarksCtrl::Mark> marks{
-        mark(texts::MsgMouseCheckTiltLeft, Mouse::TiltLeft), mark(texts::MsgMouseCheckTiltRight, Mouse::TiltRight),
-        mark(texts::MsgMouseCheckBackButton, Mouse::BackButton),
-        mark(texts::MsgMouseCheckForwardButton, Mouse::ForwardButton)};
     // Side buttons asked for by name show from the start, counted by the system or not.
-    if (params::bRequireSideButtons->value().valueBool()) {
-        for (std::size_t i = 2; i < marks.size(); ++i) {
-            marks[i].state = marks[i].state == Absent ? Untested : marks[i].state;
-        }
-    }
-    m_marks.show(marks);
+    const bool sideAsked = params::bRequireSideButtons->value().valueBool();
+    const auto sideMark = [&](const harn5::LocalizedString* label, Mouse::Control control) {
+        CControlMarksCtrl::Mark shown = mark(label, control);
+        shown.state = sideAsked && shown.state == Absent ? Untested : shown.state;
+        return shown;
+    };
+    m_marks.show({mark(texts::MsgMouseCheckTiltLeft, Mouse::TiltLeft), mark(texts::MsgMouseCheckTiltRight, Mouse::TiltRight),
+                  sideMark(texts::MsgMouseCheckBackButton, Mouse::BackButton),
+                  sideMark(texts::MsgMouseCheckForwardButton, Mouse::ForwardButton)});
 }
 
 void CKstrMouseDlg::UpdateStatusPicture()
