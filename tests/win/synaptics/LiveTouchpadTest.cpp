@@ -8,7 +8,7 @@
 #include "../rawkit/TouchpadDescriptors.h"
 #include "SynapticsHarness.h"
 #include "padkit/SessionWriter.h"
-#include "padkit/TouchPacketBuilder.h"
+#include "padkit/TouchFrameStream.h"
 #include "rawkit/HidTouchDecoder.h"
 #include "resource.h"
 
@@ -34,7 +34,7 @@ TEST(LiveTouchpad, DecodedReportsOfAClickpadCarryTheDialogToPass)
         hidtest::report(layout, {{true, 400, 200, 30}, {true, 600, 200, 30}}, 2, 1),
         hidtest::report(layout, {}, 0, 0),
     };
-    padkit::TouchPacketBuilder builder(decoder->layout());
+    padkit::TouchFrameStream stream(decoder->layout());
     padkit::Session header;
     header.type = SynDeviceTouchPad;
     header.xLo = decoder->layout().x.low;
@@ -45,8 +45,12 @@ TEST(LiveTouchpad, DecodedReportsOfAClickpadCarryTheDialogToPass)
     std::int64_t time = 0;
     std::size_t packets = 0;
     for (const std::vector<std::uint8_t>& report : reports) {
-        if (const auto sample = decoder->decode(report.data(), report.size())) {
-            session += padkit::SessionWriter::packetLine(builder.build(*sample, time += 20));
+        const auto decoded = decoder->decode(report.data(), report.size());
+        if (!decoded) {
+            continue;
+        }
+        if (const auto packet = stream.add(*decoded, (time += 20) * 1000)) {
+            session += padkit::SessionWriter::packetLine(*packet);
             ++packets;
         }
     }
