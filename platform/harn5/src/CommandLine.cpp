@@ -81,9 +81,9 @@ std::optional<std::string> deviceKind(const std::string& description)
 }
 
 // A recording must be possible before any test starts; nothing is left behind by the check.
-void checkWritable(const std::string& text)
+void checkWritable(const std::string& option, const std::string& text)
 {
-    const std::string where = "--record \"" + text + "\": ";
+    const std::string where = option + " \"" + text + "\": ";
     if (text.empty()) {
         fail(where + "the path is empty; give the session file to write");
     }
@@ -261,7 +261,15 @@ Options CommandLine::parse(const std::vector<std::string>& arguments, const Devi
             descriptions.push_back(value("CAPABILITY+...,PROPERTY=VALUE,... or KIND:SOURCE,..."));
         } else if (option == "--record") {
             options.recordPath = value("the path of the session file to record a live touch device into");
-            checkWritable(options.recordPath);
+            checkWritable(option, options.recordPath);
+        } else if (option == "--convert") {
+            const std::string in = value("the session file or HID recording to convert, then the session file to write");
+            if (i + 1 >= arguments.size() || arguments[i + 1].rfind("--", 0) == 0) {
+                fail("--convert \"" + in + "\" needs the path of the session file to write after it");
+            }
+            const std::string out = arguments[++i];
+            checkWritable(option, out);
+            options.convert.emplace(in, out);
         } else if (option == "--host-window") {
             options.hostWindow = parseHandle(value("a window handle"));
         } else if (option == "--os") {
@@ -306,8 +314,11 @@ std::string CommandLine::help(const std::string& moduleName)
            "                              ,PROPERTY=VALUE pairs, e.g. touchpad:pad.session,\n"
            "                              or stick:INDEX|TEXT for a pointing stick that reports\n"
            "                              as a mouse (--list-devices shows the indexes)\n"
-           "  --record PATH               record the session of a live touchpad or stick\n"
-           "                              into PATH, to be replayed with touchpad:PATH\n"
+           "  --record PATH               record the session of a live touchpad or stick, or\n"
+           "                              of a replay, into PATH, to be replayed with\n"
+           "                              touchpad:PATH\n"
+           "  --convert IN OUT            write the session file OUT (version 2) from IN, a\n"
+           "                              HID recording or a session file; runs no test\n"
            "  --no-system-devices         do not look for the system's own devices\n"
            "  --unattended                never wait for a person: a start-up failure is a line\n"
            "                              on stderr, not a message box (implied when standard\n"

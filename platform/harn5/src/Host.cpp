@@ -152,6 +152,14 @@ int Host::start()
     m_stop = StopState();
     m_refused.clear();
     m_options = parseAndValidate();
+    if (m_options.convert) {
+        configureLogging(m_options);
+        if (!m_converter) {
+            fail("--convert: this module converts no files");
+        }
+        *m_out << m_converter->convert(m_options.convert->first, m_options.convert->second) << "\n" << std::flush;
+        return 0;
+    }
     buildDeviceList();
     configureLogging(m_options);
     loadLanguage(m_options.language);
@@ -202,7 +210,10 @@ bool Host::unattended() const
 Options Host::parseAndValidate()
 {
     Options options = CommandLine::parse(m_arguments, &m_providers);
-    if (options.tests.empty() && !options.list && !options.listDevices && !options.help) {
+    if (options.convert && (!options.tests.empty() || options.list || options.listDevices)) {
+        fail("--convert writes a file and runs nothing else; give it without --test, --list or --list-devices");
+    }
+    if (options.tests.empty() && !options.list && !options.listDevices && !options.help && !options.convert) {
         fail("no test given; --list shows the tests, --list-devices the devices, --help the options");
     }
     for (const std::string& name : options.tests) {
@@ -542,6 +553,11 @@ void Host::addDeviceSource(std::unique_ptr<DeviceSource> source)
 void Host::addDeviceProvider(const std::string& kind, std::unique_ptr<DeviceProvider> provider)
 {
     m_providers[kind] = std::move(provider);
+}
+
+void Host::setConverter(std::unique_ptr<FileConverter> converter)
+{
+    m_converter = std::move(converter);
 }
 
 void Host::declareDeviceProperty(const std::string& name, DevicePropertyTypes::Type type)

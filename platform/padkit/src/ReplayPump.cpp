@@ -10,6 +10,7 @@ namespace {
 constexpr wchar_t kClassName[] = L"padkitReplayPump";
 constexpr UINT_PTR kTimerId = 1;
 constexpr UINT kDeliverMessage = WM_APP + 1;
+constexpr UINT kStoppedMessage = WM_APP + 2;
 constexpr int kMostPerWakeUp = 8;
 
 bool registerClass(WNDPROC windowProc)
@@ -29,17 +30,17 @@ void ReplayPump::WindowDeleter::operator()(HWND window) const
     DestroyWindow(window);
 }
 
-ReplayPump::ReplayPump(ReplayCursor cursor, Deliver deliver)
-    : m_cursor(std::move(cursor)), m_deliver(std::move(deliver)), m_lastDue(Clock::now())
+ReplayPump::ReplayPump(ReplayCursor cursor, Deliver deliver, Stopped stopped)
+    : m_cursor(std::move(cursor)), m_deliver(std::move(deliver)), m_stopped(std::move(stopped)), m_lastDue(Clock::now())
 {
 }
 
-std::unique_ptr<ReplayPump> ReplayPump::start(ReplayCursor cursor, Deliver deliver)
+std::unique_ptr<ReplayPump> ReplayPump::start(ReplayCursor cursor, Deliver deliver, Stopped stopped)
 {
     if (!registerClass(&ReplayPump::windowProc)) {
         return nullptr;
     }
-    std::unique_ptr<ReplayPump> pump(new ReplayPump(std::move(cursor), std::move(deliver)));
+    std::unique_ptr<ReplayPump> pump(new ReplayPump(std::move(cursor), std::move(deliver), std::move(stopped)));
     HWND window = CreateWindowExW(0, kClassName, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
                                   GetModuleHandleW(nullptr), pump.get());
     if (window == nullptr) {
@@ -59,11 +60,12 @@ ReplayPump::~ReplayPump()
     }
 }
 
-void ReplayPump::reopen(Session session)
+void ReplayPump::reopen()
 {
+    m_cursor.reopen();
     KillTimer(m_window.get(), kTimerId);
     m_pending = false;
-    m_cursor.reopen(std::move(session));
+    m_stopTold = false;
     m_lastDue = Clock::now();
     schedule();
 }
@@ -75,6 +77,12 @@ LRESULT CALLBACK ReplayPump::windowProc(HWND window, UINT message, WPARAM wParam
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(creation->lpCreateParams));
     }
     auto* pump = reinterpret_cast<ReplayPump*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (pump != nullptr && message == kStoppedMessage) {
+        if (!pump->m_cursor.fault().empty() && !pump->m_cursor.delayToNext() && pump->m_stopped) {
+            pump->m_stopped(pump->m_cursor.fault());
+        }
+        return 0;
+    }
     if (pump != nullptr && pump->m_pending) {
         if (message == WM_TIMER && wParam == kTimerId) {
             KillTimer(window, kTimerId);
@@ -102,7 +110,12 @@ void ReplayPump::schedule()
 {
     const std::optional<Clock::time_point> due = nextDue();
     if (!due) {
-        return;   // the session is over
+        // Over; a fault in the file is told after the last good packet, once.
+        if (!m_cursor.fault().empty() && !m_stopTold) {
+            m_stopTold = true;
+            PostMessageW(m_window.get(), kStoppedMessage, 0, 0);
+        }
+        return;
     }
     m_nextDue = *due;
     const double waitMs = std::chrono::duration<double, std::milli>(m_nextDue - Clock::now()).count();

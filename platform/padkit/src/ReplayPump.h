@@ -3,13 +3,15 @@
 // message-only window: a timer waits for a packet that is not due yet, a posted message takes
 // one that is (unpaced, or late). Packets already due when one is delivered follow it at once,
 // a few at most, before the message loop gets its turn again: each wake-up of the loop costs
-// about as much as a packet's repaint.
+// about as much as a packet's repaint. A fault found later in the file stops the delivery after
+// the last good packet and is told once, as a live device that stops is.
 #include <windows.h>
 
 #include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <type_traits>
 
 #include "padkit/ReplayCursor.h"
@@ -19,15 +21,18 @@ namespace padkit {
 class ReplayPump {
 public:
     using Deliver = std::function<void(long sequence, const Packet& packet)>;
+    using Stopped = std::function<void(const std::string& fault)>;
 
     // Null when the window cannot be made. Delivery starts with the message loop.
-    static std::unique_ptr<ReplayPump> start(ReplayCursor cursor, Deliver deliver);
+    static std::unique_ptr<ReplayPump> start(ReplayCursor cursor, Deliver deliver, Stopped stopped);
     ~ReplayPump();
     ReplayPump(const ReplayPump&) = delete;
     ReplayPump& operator=(const ReplayPump&) = delete;
 
-    // Carries on with a freshly opened session, pacing anew from now.
-    void reopen(Session session);
+    // Carries on with the file opened afresh, pacing anew from now; a SessionError when it cannot
+    // be opened.
+    void reopen();
+    const ReplayCursor& cursor() const { return m_cursor; }
 
 private:
     using Clock = std::chrono::steady_clock;
@@ -35,7 +40,7 @@ private:
         void operator()(HWND window) const;
     };
 
-    ReplayPump(ReplayCursor cursor, Deliver deliver);
+    ReplayPump(ReplayCursor cursor, Deliver deliver, Stopped stopped);
     static LRESULT CALLBACK windowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     // When the next packet is due; nothing when the session is over.
     std::optional<Clock::time_point> nextDue() const;
@@ -44,6 +49,8 @@ private:
 
     ReplayCursor m_cursor;
     Deliver m_deliver;
+    Stopped m_stopped;
+    bool m_stopTold = false;
     std::unique_ptr<std::remove_pointer_t<HWND>, WindowDeleter> m_window;
     Clock::time_point m_lastDue;   // when the packet last delivered was due
     Clock::time_point m_nextDue;

@@ -5,10 +5,13 @@
 
 #include "LivePump.h"
 #include "ReplayPump.h"
+#include "harn5/Text.h"
 #include "ksx/Log.h"
+#include "ksx/OStream.h"
 #include "padkit/DeviceRegistry.h"
+#include "padkit/ReplayFile.h"
+#include "padkit/SessionCopy.h"
 #include "padkit/SessionError.h"
-#include "padkit/SessionParser.h"
 #include "padkit/SessionWriter.h"
 
 namespace {
@@ -16,23 +19,17 @@ namespace {
 ksx::Logger* s_log = nullptr;  // "padkit"
 constexpr const char* kLogger = "padkit";
 constexpr int kLinePacket = 60;
+constexpr int kLineReplayStopped = 61;
 
-// The session registered under the handle, opened afresh; the reason when that fails.
-_tagSYNStatus open(long handle, padkit::DeviceRegistry::Entry& entry, padkit::Session& session)
+// Opens the file of a replayed device from its start.
+padkit::ReplayCursor::Opener opener(const padkit::DeviceRegistry::Entry& entry)
 {
-    const std::optional<padkit::DeviceRegistry::Entry> found = padkit::DeviceRegistry::process().find(handle);
-    if (!found) {
-        return SYN_UNKNOWN_HANDLE;
-    }
-    entry = *found;
-    try {
-        session = padkit::SessionParser::load(entry.session);
-    } catch (const padkit::SessionError& error) {
-        return error.reason() == padkit::SessionError::Reason::Unreadable ? SYN_SESSION_UNREADABLE
-                                                                          : SYN_SESSION_INVALID;
-    }
-    // A file that now records another kind of device is not the device that was registered.
-    return session.type == entry.type ? SYN_OK : SYN_SESSION_INVALID;
+    return [entry] { return padkit::ReplayFile::open(entry.session, entry.type, entry.recordedDevice); };
+}
+
+_tagSYNStatus statusOf(const padkit::SessionError& error)
+{
+    return error.reason() == padkit::SessionError::Reason::Unreadable ? SYN_SESSION_UNREADABLE : SYN_SESSION_INVALID;
 }
 
 }  // namespace
@@ -54,23 +51,48 @@ _tagSYNStatus SYNTestDevice::Initialize(long handle)
         m_announced = packet;
         OnSynDevicePacket(sequence);
     };
-    const std::optional<padkit::DeviceRegistry::Entry> live = padkit::DeviceRegistry::process().find(handle);
-    if (live && !live->liveDevice.empty()) {
+    const std::optional<padkit::DeviceRegistry::Entry> entry = padkit::DeviceRegistry::process().find(handle);
+    if (entry && !entry->liveDevice.empty()) {
         _tagSYNStatus status = SYN_OK;
-        m_live = padkit::LivePump::start(*live, deliver, [this] { OnSynDeviceRemoved(); }, status);
+        m_live = padkit::LivePump::start(*entry, deliver, [this] { OnSynDeviceRemoved(); }, status);
         if (m_live) {
             takeRanges(m_live->description());
         }
         return status;
     }
-    padkit::DeviceRegistry::Entry entry;
-    padkit::Session session;
-    const _tagSYNStatus status = open(handle, entry, session);
-    if (status != SYN_OK) {
-        return status;
+    if (!entry) {
+        return SYN_UNKNOWN_HANDLE;
     }
-    takeRanges(session);
-    m_pump = padkit::ReplayPump::start(padkit::ReplayCursor(std::move(session), entry.clock, entry.loop), deliver);
+    std::optional<padkit::ReplayCursor> cursor;
+    try {
+        cursor.emplace(opener(*entry), entry->clock, entry->loop);
+    } catch (const padkit::SessionError& error) {
+        return statusOf(error);
+    }
+    takeRanges(cursor->session());
+    m_copy.reset();
+    if (!entry->record.empty()) {
+        std::string error;
+        m_copy = padkit::SessionCopy::open(padkit::DeviceRegistry::process().claimRecording(entry->record),
+                                           cursor->session(), "replayed from " + harn5::Text::fromPath(entry->session),
+                                           error);
+        if (!m_copy) {
+            return SYN_RECORDING_FAILED;
+        }
+    }
+    const auto replayed = [this, deliver](long sequence, const padkit::Packet& packet) {
+        if (m_copy) {
+            m_copy->add(packet, m_pump->cursor().currentFrame());
+        }
+        deliver(sequence, packet);
+    };
+    const auto stopped = [this](const std::string& fault) {
+        // The file went bad after its header: the device stops, as a live one that is removed.
+        KSX_LOG(s_log, kLogger, ksx::LoggerPriority::PRIORITY_WARNING, kLineReplayStopped, ksx::String(fault.c_str()));
+        ksx::cerr << fault.c_str() << ksx::endl;
+        OnSynDeviceRemoved();
+    };
+    m_pump = padkit::ReplayPump::start(std::move(*cursor), replayed, stopped);
     return m_pump ? SYN_OK : SYN_NO_DELIVERY;
 }
 
@@ -86,7 +108,7 @@ void SYNTestDevice::takeRanges(const padkit::Session& session)
 
 unsigned long SYNTestDevice::malformedFrames() const
 {
-    return m_live ? m_live->malformedFrames() : 0;
+    return m_live ? m_live->malformedFrames() : m_pump ? m_pump->cursor().source().malformedFrames() : 0;
 }
 
 long SYNTestDevice::OnSynDevicePacket(long)
@@ -141,14 +163,13 @@ bool SYNTestDevice::reaquireDevice()
     if (!m_pump) {
         return Initialize(m_handle) == SYN_OK;
     }
-    padkit::DeviceRegistry::Entry entry;
-    padkit::Session session;
-    if (open(m_handle, entry, session) != SYN_OK) {
+    try {
+        m_pump->reopen();
+    } catch (const padkit::SessionError&) {
         m_pump.reset();   // the device is gone: no more packets
         return false;
     }
-    takeRanges(session);
-    m_pump->reopen(std::move(session));
+    takeRanges(m_pump->cursor().session());
     return true;
 }
 

@@ -1,5 +1,7 @@
 #include "padkit/SessionDeviceProvider.h"
 
+#include <charconv>
+#include <cstdio>
 #include <memory>
 #include <optional>
 #include <string>
@@ -7,9 +9,12 @@
 
 #include "harn5/HarnException.h"
 #include "harn5/Text.h"
+#include "padkit/LiveDeviceCatalog.h"
+#include "padkit/ReplayFile.h"
 #include "padkit/Session.h"
+#include "padkit/SessionConverter.h"
 #include "padkit/SessionError.h"
-#include "padkit/SessionParser.h"
+#include "rawkit/InterfacePath.h"
 
 namespace padkit {
 
@@ -25,6 +30,23 @@ const char* kindName(SynDeviceType type)
     return type == SynDeviceTrackpoint ? "trackpoint" : "touchpad";
 }
 
+std::string hex4(std::uint16_t value)
+{
+    char text[6];
+    std::snprintf(text, sizeof text, "%04X", value);
+    return text;
+}
+
+std::optional<unsigned> deviceNumber(const std::string& text)
+{
+    unsigned value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (text.empty() || error != std::errc() || end != text.data() + text.size() || value > 255) {
+        return std::nullopt;
+    }
+    return value;
+}
+
 }  // namespace
 
 SessionDeviceProvider::SessionDeviceProvider(SynDeviceType type, DeviceRegistry& registry)
@@ -38,13 +60,15 @@ void SessionDeviceProvider::registerWith(harn5::Host& host)
         host.addDeviceProvider(kindName(type),
                                std::make_unique<SessionDeviceProvider>(type, DeviceRegistry::process()));
     }
+    host.setConverter(std::make_unique<SessionConverter>());
+    host.declareDeviceProperty("ReplayedFile", harn5::DevicePropertyTypes::Type::Text);
 }
 
 harn5::DiagDevice SessionDeviceProvider::makeDevice(const Request& request)
 {
     const std::string where = "--device " + request.kind + ":" + request.source + ": ";
     if (request.source.empty()) {
-        fail(where + "the session file is missing; give " + request.kind + ":FILE");
+        fail(where + "the file is missing; give " + request.kind + ":FILE (a session file or a HID recording)");
     }
     DeviceRegistry::Entry entry;
     entry.type = m_type;
@@ -54,14 +78,14 @@ harn5::DiagDevice SessionDeviceProvider::makeDevice(const Request& request)
     if (entry.session.empty()) {
         entry.session = file;
     }
+    entry.record = request.record;
 
     std::vector<harn5::DeviceProperty> given;
     for (const auto& [name, value] : request.settings) {
         if (name == "speed") {
             const std::optional<ReplayClock> clock = ReplayClock::parse(value);
             if (!clock) {
-                fail(where + "speed \"" + value +
-                     "\" is not a replay speed; give a factor such as 4 or 0.5, or max");
+                fail(where + "speed \"" + value + "\" is not a replay speed; give a factor such as 4 or 0.5, or max");
             }
             entry.clock = *clock;
         } else if (name == "loop") {
@@ -69,21 +93,25 @@ harn5::DiagDevice SessionDeviceProvider::makeDevice(const Request& request)
                 fail(where + "loop \"" + value + "\" is not true or false");
             }
             entry.loop = value == "true";
+        } else if (name == "device") {
+            const std::optional<unsigned> index = deviceNumber(value);
+            if (!index) {
+                fail(where + "device \"" + value + "\" is not a device number; give a recording's D: number, 0 to 255");
+            }
+            entry.recordedDevice = index;
         } else {
             given.emplace_back(harn5::HarnString(name), harn5::HarnString(value));
         }
     }
 
-    Session session;
+    // The header is checked now, before any test runs; the packets are read as they are replayed.
+    std::unique_ptr<PacketSource> source;
     try {
-        session = SessionParser::load(file);
+        source = ReplayFile::open(file, m_type, entry.recordedDevice);
     } catch (const SessionError& error) {
         fail(error.what());
     }
-    if (session.type != m_type) {
-        fail(where + "the session records a " + kindName(session.type) + "; give it as " +
-             kindName(session.type) + ":FILE");
-    }
+    const Session& header = source->header();
 
     const auto isGiven = [&](const char* name) {
         for (const harn5::DeviceProperty& property : given) {
@@ -94,16 +122,34 @@ harn5::DiagDevice SessionDeviceProvider::makeDevice(const Request& request)
         return false;
     };
     std::vector<harn5::DeviceProperty> properties;
-    if (!isGiven("SP_Handle")) {
-        properties.emplace_back(harn5::HarnString("SP_Handle"),
-                                harn5::HarnString(std::to_string(m_registry.add(entry))));
+    const auto add = [&](const char* name, const std::string& value) {
+        if (!isGiven(name)) {
+            properties.emplace_back(harn5::HarnString(name), harn5::HarnString(value));
+        }
+    };
+    add("SP_Handle", std::to_string(m_registry.add(entry)));
+    add("Kind", m_type == SynDeviceTrackpoint ? "pointing stick" : "touchpad");
+    add("ReplayedFile", harn5::Text::fromPath(file));
+    if (header.pnpId) {
+        add("SP_PnPID", *header.pnpId);
+        if (const std::optional<std::uint16_t> vid = rawkit::InterfacePath::vendorId(*header.pnpId)) {
+            add("VID", hex4(*vid));
+        }
+        if (const std::optional<std::uint16_t> pid = rawkit::InterfacePath::productId(*header.pnpId)) {
+            add("PID", hex4(*pid));
+        }
     }
-    if (session.pnpId && !isGiven("SP_PnPID")) {
-        properties.emplace_back(harn5::HarnString("SP_PnPID"), harn5::HarnString(*session.pnpId));
+    if (header.blacklistVersion) {
+        add("SynapticsBlacklistVersion", *header.blacklistVersion);
     }
-    if (session.blacklistVersion && !isGiven("SynapticsBlacklistVersion")) {
-        properties.emplace_back(harn5::HarnString("SynapticsBlacklistVersion"),
-                                harn5::HarnString(*session.blacklistVersion));
+    if (m_type == SynDeviceTouchPad && header.version == 2) {
+        rawkit::TouchLayout layout;
+        layout.widthMm = header.widthMm;
+        layout.heightMm = header.heightMm;
+        add("PadSize", LiveDeviceCatalog::padSize(layout));
+        if (source->contactsPerReport() > 0) {
+            add("ContactsPerReport", std::to_string(source->contactsPerReport()));
+        }
     }
     properties.insert(properties.end(), given.begin(), given.end());
 
@@ -111,9 +157,10 @@ harn5::DiagDevice SessionDeviceProvider::makeDevice(const Request& request)
         harn5::DeviceCapability::Mouse() | harn5::DeviceCapability::SynapticsMouse() |
         (m_type == SynDeviceTrackpoint ? harn5::DeviceCapability::SynapticsTrackpoint()
                                        : harn5::DeviceCapability::SynapticsTouchPad());
-    const std::string name = std::string(m_type == SynDeviceTrackpoint ? "TrackPoint" : "Touchpad") +
-                             " " + std::to_string(request.index) + " (" +
-                             harn5::Text::fromPath(file.filename()) + ")";
+    // The file, and the device as the recording names it.
+    const std::string name = std::string(m_type == SynDeviceTrackpoint ? "TrackPoint" : "Touchpad") + " " +
+                             std::to_string(request.index) + " (" + harn5::Text::fromPath(file.filename()) +
+                             (header.name ? ": " + *header.name : std::string()) + ")";
     return harn5::DiagDevice(harn5::HarnString(name), capability, std::move(properties));
 }
 

@@ -5,11 +5,10 @@
 // tables of contacts at those places.
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
+#include "RecordingText.h"
 #include "ReportBytes.h"
 #include "hidrd/DescriptorParser.h"
 #include "hidrd/MouseReportDecoder.h"
@@ -57,20 +56,9 @@ const std::vector<Pad>& pads()
     return all;
 }
 
-std::vector<std::uint8_t> descriptorBytes(const std::string& name)
-{
-    std::ifstream in(std::string(KSTR_SOURCE_DIR) + "/tests/data/hid-descriptors/" + name + ".rdesc");
-    std::vector<std::uint8_t> bytes;
-    std::string hex;
-    while (in >> hex) {
-        bytes.push_back(static_cast<std::uint8_t>(std::stoul(hex, nullptr, 16)));
-    }
-    return bytes;
-}
-
 hidrd::ReportDescriptor parse(const Pad& pad)
 {
-    return hidrd::DescriptorParser::parse(descriptorBytes(pad.file));
+    return hidrd::DescriptorParser::parse(RecordingText::shipped(std::string(pad.file) + ".rdesc"));
 }
 
 ContactReport contact(std::uint32_t id, bool tip, bool confidence, std::int32_t x, std::int32_t y)

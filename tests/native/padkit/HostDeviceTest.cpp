@@ -7,11 +7,13 @@
 #include <string>
 #include <vector>
 
+#include "RecordingText.h"
 #include "harn5/CommandLine.h"
 #include "harn5/HarnException.h"
 #include "harn5/Host.h"
 #include "padkit/DeviceRegistry.h"
 #include "padkit/SessionDeviceProvider.h"
+#include "padkit/SessionParser.h"
 #include "padkit/SynapticsHelper.h"
 
 using harn5::CommandLine;
@@ -92,11 +94,12 @@ TEST_F(HostDevices, SessionDevicesAreRegisteredAndDescribedFromTheFileAndSetting
 TEST_F(HostDevices, BadDevicesGetOneClearMessage)
 {
     const std::filesystem::path bad = std::filesystem::temp_directory_path() / "padkit-bad.session";
-    std::ofstream(bad) << "padkit-session 1\ndevice touchpad\nx-range 0 10\ny-range 0 10\n0 1 5 5 99 0 0 0 -\n";
+    // The header is checked at once; a packet only as it is replayed.
+    std::ofstream(bad) << "padkit-session 1\ndevice touchpad\nx-range 0 10\ny-range 10 0\n0 1 5 5 99 0 0 0 -\n";
     const std::string pad = "touchpad:" + kSessions + "touchpad-complete.session";
     const std::vector<std::pair<std::string, std::string>> cases = {
-        {"touchpad:" + bad.string(), "padkit-bad.session:5: width \"99\" is not a finger width"},
-        {"touchpad:", "the session file is missing; give touchpad:FILE"},
+        {"touchpad:" + bad.string(), "padkit-bad.session:4: y-range \"10 0\" runs backwards"},
+        {"touchpad:", "the file is missing; give touchpad:FILE"},
         {"touchpad:" + kSessions + "none.session", "none.session: cannot be read"},
         {"touchpad:" + kSessions + "trackpoint-buttons.session", "the session records a trackpoint; give it as trackpoint:FILE"},
         {pad + ",speed=0", "speed \"0\" is not a replay speed"},
@@ -112,6 +115,39 @@ TEST_F(HostDevices, BadDevicesGetOneClearMessage)
         }
     }
     std::filesystem::remove(bad);
+}
+
+TEST_F(HostDevices, ARecordingIsADeviceAsTheRecordingNamesIt)
+{
+    RecordingText recording(RecordingText::shipped("sipodev_0603_0002.rdesc"), "SPPT2600:00 0603:0002 Touchpad", 0x0603,
+                            0x0002);
+    const std::filesystem::path file = recording.save("padkit-host.hid");
+    const DiagDevice pad = device("touchpad:" + file.string() + ",speed=max");
+    EXPECT_EQ(pad.name().utf8(), "Touchpad 2 (padkit-host.hid: SPPT2600:00 0603:0002 Touchpad)");
+    EXPECT_EQ(text(pad, "Kind"), "touchpad");
+    EXPECT_EQ(text(pad, "VID") + ":" + text(pad, "PID"), "0603:0002");
+    EXPECT_EQ(text(pad, "SP_PnPID"), "HID\\VID_0603&PID_0002");
+    EXPECT_EQ(text(pad, "PadSize"), "94.0 x 51.0 mm");
+    EXPECT_EQ(text(pad, "ContactsPerReport"), "1");
+    EXPECT_EQ(text(pad, "ReplayedFile"), file.string());
+    // Its own mouse collection replays as a stick; device= picks one of several.
+    const DiagDevice stick = device("trackpoint:" + file.string() + ",device=0,VID=1234");
+    EXPECT_EQ(text(stick, "Kind"), "pointing stick");
+    EXPECT_EQ(text(stick, "VID"), "1234") << "a property given wins";
+    EXPECT_EQ(m_registry.find(stick.property("SP_Handle")->value().valueInt32())->recordedDevice, 0U);
+    for (const auto& [description, fragment] :
+         std::vector<std::pair<std::string, std::string>>{{"touchpad:" + file.string() + ",device=x", "device \"x\" is not a device number"},
+                                                          {"touchpad:" + file.string() + ",device=3", "device=3 names no device"},
+                                                          {"touchpad:" + kSessions + "touchpad-complete.session,device=0",
+                                                           "device=0 picks a device of a HID recording"}}) {
+        try {
+            device(description);
+            ADD_FAILURE() << description << " was accepted";
+        } catch (const HarnException& e) {
+            EXPECT_NE(e.toString().utf8().find(fragment), std::string::npos) << e.toString().utf8();
+        }
+    }
+    std::filesystem::remove(file);
 }
 
 TEST(HostDeviceKinds, HostHandsSessionDevicesToTestsAndSkipsThemWithoutProviders)
@@ -141,4 +177,39 @@ TEST(HostDeviceKinds, HostHandsSessionDevicesToTestsAndSkipsThemWithoutProviders
     EXPECT_EQ(early.devices[0].name().utf8(), "Device 1 (Mouse)");
     // A colon after the first comma belongs to a property, not to a kind.
     EXPECT_EQ(CommandLine::parseDevice("Mouse,name=A: b", 1).name().utf8(), "A: b");
+}
+
+TEST(HostDeviceKinds, ConvertWritesTheSessionAndRunsNothingElse)
+{
+    const auto run = [](const std::vector<std::string>& arguments, std::string& said) {
+        harn5::Host host;
+        std::ostringstream out;
+        host.setOutput(out, out);
+        padkit::SessionDeviceProvider::registerWith(host);
+        std::vector<const char*> argv{"kstrmouse.kmx"};
+        for (const std::string& argument : arguments) {
+            argv.push_back(argument.c_str());
+        }
+        host.setCmdLineArgs(static_cast<int>(argv.size()), argv.data());
+        try {
+            const int status = host.start();
+            said = out.str();
+            return status;
+        } catch (const HarnException& e) {
+            said = e.toString().utf8();
+            return 7;
+        }
+    };
+    const std::string out = (std::filesystem::temp_directory_path() / "padkit-converted.session").string();
+    std::string said;
+    EXPECT_EQ(run({"--convert", kSessions + "trackpoint-buttons.session", out}, said), 0);
+    EXPECT_NE(said.find("Wrote " + out + " (session version 2) from "), std::string::npos) << said;
+    EXPECT_EQ(padkit::SessionParser::load(out).type, SynDeviceTrackpoint);
+    EXPECT_EQ(run({"--convert", kSessions + "trackpoint-buttons.session"}, said), 7);
+    EXPECT_NE(said.find("needs the path of the session file to write after it"), std::string::npos) << said;
+    EXPECT_EQ(run({"--convert", kSessions + "trackpoint-buttons.session", out, "--test", "TouchpadTest"}, said), 7);
+    EXPECT_NE(said.find("--convert writes a file and runs nothing else"), std::string::npos) << said;
+    EXPECT_EQ(run({"--convert", kSessions + "none.session", out}, said), 7);
+    EXPECT_NE(said.find("none.session: cannot be read"), std::string::npos) << said;
+    std::filesystem::remove(out);
 }

@@ -66,9 +66,12 @@ public:
         return r;
     }
 
+    void OnSynDeviceRemoved() override { removed = true; }
+
     std::vector<std::int32_t> ranges() const { return {xLo, xHi, yLo, yHi}; }
 
     std::vector<Seen> seen;
+    bool removed = false;
     std::function<void()> onPacket;
 };
 
@@ -118,7 +121,7 @@ protected:
 TEST_F(ReplayTest, InitializeFailsForUnknownHandlesAndBadSessions)
 {
     const long missing = add(m_folder / "missing.session");
-    const long invalid = add(write("invalid.session", pad("0 1 1 1 99 0 0 0 -\n")));
+    const long invalid = add(write("invalid.session", pad("", "x-range 100 90\ny-range 0 1\n")));
     const long otherKind = add(write("pad.session", pad("")), "max", false, SynDeviceTrackpoint);
     const long good = add(write("good.session", pad("0 1 1 1 1 0 0 0 -\n")));
     struct Case {
@@ -131,6 +134,16 @@ TEST_F(ReplayTest, InitializeFailsForUnknownHandlesAndBadSessions)
         RecordingDevice device(c.handle);
         EXPECT_EQ(device.Initialize(c.handle), c.expected) << c.handle;
     }
+}
+
+TEST_F(ReplayTest, AFileThatGoesBadAfterItsHeaderStopsTheDeviceAfterItsLastGoodPacket)
+{
+    const long handle = add(write("late.session", pad("0 1 1 1 1 0 0 0 -\n5 1 2 2 99 0 0 0 -\n9 1 3 3 3 0 0 0 -\n")));
+    RecordingDevice device(handle);
+    ASSERT_EQ(device.Initialize(handle), SYN_OK) << "its header is good";
+    ASSERT_TRUE(pumpUntil([&] { return device.removed; }));
+    ASSERT_EQ(device.seen.size(), 1u);
+    EXPECT_EQ(device.seen[0].x, 1);
 }
 
 TEST_F(ReplayTest, PacketsArriveInOrderOnTheUiThreadAndReadBufferFillsTheFields)
@@ -226,11 +239,12 @@ TEST_F(ReplayTest, ReaquireReopensTheSessionAndCarriesOn)
     EXPECT_EQ(device.seen[2].x, 33);
     EXPECT_EQ(device.seen[2].sequence, 2);
 
-    // A device that is gone cannot be re-acquired, and then stays silent.
+    // A device whose file no longer reads cannot be re-acquired, and then stays silent. (The file
+    // is open while it is replayed: it can be rewritten, not removed.)
     const long gone = add(write("gone.session", pad("0 1 1 1 1 0 0 0 -\n0 1 2 2 2 0 0 0 -\n")), "1");
     RecordingDevice lost(gone);
     ASSERT_EQ(lost.Initialize(gone), SYN_OK);
-    std::filesystem::remove(m_folder / "gone.session");
+    write("gone.session", "");
     EXPECT_FALSE(lost.reaquireDevice());
     pumpFor(100ms);
     EXPECT_TRUE(lost.seen.empty());

@@ -16,6 +16,7 @@
 #include "harn5/DeviceCapability.h"
 #include "harn5/DevicePropertyTypes.h"
 #include "harn5/DeviceProvider.h"
+#include "harn5/FileConverter.h"
 #include "harn5/DeviceSource.h"
 #include "harn5/DiagDevice.h"
 #include "harn5/Event.h"
@@ -83,6 +84,8 @@ public:
     void addDeviceSource(std::unique_ptr<DeviceSource> source);
     // Lets "--device KIND:SOURCE,..." make a device of that kind; a later one replaces it.
     void addDeviceProvider(const std::string& kind, std::unique_ptr<DeviceProvider> provider);
+    // Does "--convert IN OUT"; a later one replaces it.
+    void setConverter(std::unique_ptr<FileConverter> converter);
     // A device property that something reads with this type: devices are checked against it.
     void declareDeviceProperty(const std::string& name, DevicePropertyTypes::Type type);
     void setOutput(std::ostream& out, std::ostream& err);
@@ -139,6 +142,7 @@ private:
     bool m_consoleInput = false;
     std::vector<std::unique_ptr<DeviceSource>> m_sources;
     DeviceProviders m_providers;
+    std::unique_ptr<FileConverter> m_converter;
     DevicePropertyTypes m_propertyTypes;
     std::vector<DiagDevice> m_devices;
     std::ostream* m_out;

@@ -28,7 +28,8 @@ struct Options {
     bool unattended = false;                                         // never wait for a person
     std::uintptr_t hostWindow = 0;
     std::string os = "auto";
-    std::string recordPath;                                          // --record: a live touch device's session
+    std::string recordPath;                                          // --record: a touch device's session
+    std::optional<std::pair<std::string, std::string>> convert;      // --convert IN OUT
 };
 
 }  // namespace harn5

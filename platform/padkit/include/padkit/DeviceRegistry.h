@@ -18,10 +18,11 @@ public:
     struct Entry {
         SynDeviceType type = SynDeviceUnknown;
         std::filesystem::path session;   // opened afresh by every Initialize and re-acquire
+        std::optional<unsigned> recordedDevice;   // of a HID recording of several devices: which
         ReplayClock clock;
         bool loop = false;
         std::string liveDevice;           // a live device's interface path; empty: a session
-        std::filesystem::path record;     // where a live device's packets are recorded; empty: nowhere
+        std::filesystem::path record;     // where the device's packets are recorded; empty: nowhere
     };
 
     DeviceRegistry() = default;

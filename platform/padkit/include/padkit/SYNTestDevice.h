@@ -14,6 +14,7 @@
 namespace padkit {
 class LivePump;
 class ReplayPump;
+class SessionCopy;
 }
 
 class SYNTestDevice {
@@ -74,6 +75,7 @@ private:
     std::optional<double> m_heightMm;
     std::unique_ptr<padkit::ReplayPump> m_pump;   // a recorded session
     std::unique_ptr<padkit::LivePump> m_live;     // or a device of this machine
+    std::unique_ptr<padkit::SessionCopy> m_copy;  // where a replay is recorded (--record)
     std::optional<padkit::Packet> m_announced;   // the packet last announced
     padkit::Packet m_read;                       // the packet last read
 };

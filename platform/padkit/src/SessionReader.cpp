@@ -1,0 +1,388 @@
+#include "padkit/SessionReader.h"
+
+#include <charconv>
+#include <cstdint>
+#include <limits>
+#include <utility>
+
+#include "padkit/FrameLine.h"
+#include "padkit/SessionError.h"
+
+namespace padkit {
+
+namespace {
+
+constexpr std::string_view kMagic = "padkit-session 1";
+constexpr std::string_view kMagic2 = "padkit-session 2";
+constexpr std::int32_t kMaxWidth = 15;   // the drivers report finger width in four bits
+constexpr std::size_t kPacketFields = 9;
+constexpr std::size_t kQuoteLimit = 40;  // long junk is cut short in messages
+
+// A token as a message shows it: quoted, and cut short when it is long.
+std::string quoted(std::string_view text)
+{
+    if (text.size() > kQuoteLimit) {
+        return "\"" + std::string(text.substr(0, kQuoteLimit)) + "...\"";
+    }
+    return "\"" + std::string(text) + "\"";
+}
+
+bool isBlank(char c)
+{
+    return c == ' ' || c == '\t' || c == '\r';
+}
+
+std::string_view trim(std::string_view text)
+{
+    while (!text.empty() && isBlank(text.front())) {
+        text.remove_prefix(1);
+    }
+    while (!text.empty() && isBlank(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
+}
+
+// The line without its comment; a '#' inside double quotes is text.
+std::string_view withoutComment(std::string_view line)
+{
+    bool inQuotes = false;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        if (line[i] == '"') {
+            inQuotes = !inQuotes;
+        } else if (line[i] == '#' && !inQuotes) {
+            return line.substr(0, i);
+        }
+    }
+    return line;
+}
+
+std::vector<std::string_view> fields(std::string_view text)
+{
+    std::vector<std::string_view> result;
+    std::size_t i = 0;
+    while (i < text.size()) {
+        while (i < text.size() && isBlank(text[i])) {
+            ++i;
+        }
+        const std::size_t start = i;
+        while (i < text.size() && !isBlank(text[i])) {
+            ++i;
+        }
+        if (i > start) {
+            result.push_back(text.substr(start, i - start));
+        }
+    }
+    return result;
+}
+
+template <typename Int>
+std::optional<Int> wholeNumber(std::string_view text)
+{
+    Int value{};
+    // from_chars takes no '+'; a leading '-' only for signed types, as wanted.
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (text.empty() || error != std::errc() || end != text.data() + text.size()) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+bool isPacketLine(std::string_view line)
+{
+    return (line[0] >= '0' && line[0] <= '9') || line[0] == '-';
+}
+
+}  // namespace
+
+SessionReader::SessionReader(std::istream& in, std::string fileName) : m_lines(in, kMaxLine), m_file(std::move(fileName))
+{
+    bool sawMagic = false;
+    std::string_view line;
+    while (nextLine(line)) {
+        if (!sawMagic) {
+            if (line != kMagic && line != kMagic2) {
+                fail(quoted(line) + " does not begin a session; the first line must be \"" + std::string(kMagic) +
+                     "\" or \"" + std::string(kMagic2) + "\"");
+            }
+            m_session.version = line == kMagic ? 1 : 2;
+            sawMagic = true;
+        } else if (isPacketLine(line)) {
+            m_pending = std::string(line);
+            break;
+        } else {
+            header(line);
+        }
+    }
+    if (!sawMagic) {
+        fail("the file holds no session; the first line must be \"" + std::string(kMagic) + "\"");
+    }
+    const bool frames = m_session.version == 2 && m_session.type == SynDeviceTouchPad;
+    requireHeader(!m_pending ? "at the end of the file" : frames ? "before the first frame" : "before the first packet");
+}
+
+void SessionReader::fail(const std::string& what) const
+{
+    throw SessionError(SessionError::Reason::Invalid, m_file + ":" + std::to_string(std::max<std::size_t>(m_lines.number(), 1)) +
+                                                          ": " + what);
+}
+
+bool SessionReader::nextLine(std::string_view& line)
+{
+    for (;;) {
+        switch (m_lines.next(line)) {
+        case hidrd::LineReader::Status::End:
+            return false;
+        case hidrd::LineReader::Status::TooLong:
+            fail("a line longer than " + std::to_string(kMaxLine) + " bytes; a session's lines are a header line, a "
+                 "packet or a frame");
+        case hidrd::LineReader::Status::Line:
+            break;
+        }
+        line = trim(withoutComment(line));
+        if (!line.empty()) {
+            return true;
+        }
+    }
+}
+
+bool SessionReader::next(Packet& packet)
+{
+    std::string held;
+    std::string_view line;
+    if (m_pending) {
+        held = std::move(*m_pending);
+        m_pending.reset();
+        line = held;
+    } else if (!nextLine(line)) {
+        return false;
+    }
+    if (!isPacketLine(line)) {
+        header(line);   // refused: the header is over
+    }
+    m_sawPacket = true;
+    if (m_session.version == 2 && m_session.type == SynDeviceTouchPad) {
+        packet = frameLine(line);
+    } else {
+        packet = this->packet(line);
+    }
+    return true;
+}
+
+void SessionReader::header(std::string_view line)
+{
+    const std::size_t keyEnd = line.find_first_of(" \t");
+    const std::string_view key = line.substr(0, keyEnd);
+    const std::string_view value = keyEnd == std::string_view::npos ? std::string_view() : trim(line.substr(keyEnd));
+    if (m_sawPacket || m_pending) {
+        fail(quoted(key) + " after the first packet; header lines come before the packets");
+    }
+    if (key == "device") {
+        once(m_sawDevice, key);
+        if (value == "touchpad") {
+            m_session.type = SynDeviceTouchPad;
+        } else if (value == "trackpoint") {
+            m_session.type = SynDeviceTrackpoint;
+        } else {
+            fail("device " + quoted(value) + " is not known; give touchpad or trackpoint");
+        }
+    } else if (key == "x-range") {
+        once(m_sawXRange, key);
+        range(key, value, m_session.xLo, m_session.xHi);
+    } else if (key == "y-range") {
+        once(m_sawYRange, key);
+        range(key, value, m_session.yLo, m_session.yHi);
+    } else if (key == "pnp-id") {
+        onceOptional(m_session.pnpId, key);
+        m_session.pnpId = text(key, value);
+    } else if (key == "blacklist-version") {
+        onceOptional(m_session.blacklistVersion, key);
+        m_session.blacklistVersion = text(key, value);
+    } else if (key == "size-mm" && m_session.version == 2) {
+        once(m_sawSize, key);
+        size(value);
+    } else if (key == "width-range" && m_session.version == 2) {
+        once(m_sawWidthRange, key);
+        range(key, value, m_session.widthRange.emplace().low, m_session.widthRange->high);
+    } else if (key == "name" && m_session.version == 2) {
+        onceOptional(m_session.name, key);
+        m_session.name = text(key, value);
+    } else {
+        fail("unknown header line " + quoted(key) + "; the header has device, x-range, y-range, pnp-id and " +
+             "blacklist-version" + (m_session.version == 2 ? ", size-mm, width-range and name" : "") +
+             ", and packets begin with their time");
+    }
+}
+
+void SessionReader::once(bool& seen, std::string_view key) const
+{
+    if (seen) {
+        fail(std::string(key) + " is given twice; give it once");
+    }
+    seen = true;
+}
+
+void SessionReader::onceOptional(const std::optional<std::string>& value, std::string_view key) const
+{
+    if (value) {
+        fail(std::string(key) + " is given twice; give it once");
+    }
+}
+
+void SessionReader::range(std::string_view key, std::string_view value, std::int32_t& low, std::int32_t& high) const
+{
+    const std::vector<std::string_view> parts = fields(value);
+    const std::string allowed = "; give two whole numbers LOW HIGH with LOW <= HIGH";
+    if (parts.size() != 2) {
+        fail(std::string(key) + " " + quoted(value) + " is not a range" + allowed);
+    }
+    const std::optional<std::int32_t> lo = wholeNumber<std::int32_t>(parts[0]);
+    const std::optional<std::int32_t> hi = wholeNumber<std::int32_t>(parts[1]);
+    if (!lo || !hi) {
+        fail(std::string(key) + ": " + quoted(!lo ? parts[0] : parts[1]) +
+             " is not a whole number from -2147483648 to 2147483647" + allowed);
+    }
+    if (*lo > *hi) {
+        fail(std::string(key) + " " + quoted(value) + " runs backwards" + allowed);
+    }
+    low = *lo;
+    high = *hi;
+}
+
+// A text value: the rest of the line, or exactly what stands between double quotes.
+std::string SessionReader::text(std::string_view key, std::string_view value) const
+{
+    if (value.empty()) {
+        fail(std::string(key) + " has no value; give it, or \"\" for an empty one");
+    }
+    if (value.front() != '"') {
+        if (value.find('"') != std::string_view::npos) {
+            fail(std::string(key) + " " + quoted(value) + " has a stray double quote; quote the whole value or none of it");
+        }
+        return std::string(value);
+    }
+    if (value.size() < 2 || value.back() != '"' || value.substr(1, value.size() - 2).find('"') != std::string_view::npos) {
+        fail(std::string(key) + " " + quoted(value) + " is not a quoted value; write \"TEXT\" with no double quote inside");
+    }
+    return std::string(value.substr(1, value.size() - 2));
+}
+
+void SessionReader::requireHeader(const std::string& where) const
+{
+    std::string missing;
+    for (const auto& [seen, name] : {std::pair{m_sawDevice, "device"}, std::pair{m_sawXRange, "x-range"},
+                                     std::pair{m_sawYRange, "y-range"}}) {
+        if (!seen) {
+            missing += (missing.empty() ? "" : ", ") + std::string(name);
+        }
+    }
+    if (!missing.empty()) {
+        fail("the header lacks " + missing + " " + where + "; device, x-range and y-range come before the first packet");
+    }
+}
+
+void SessionReader::size(std::string_view value)
+{
+    const std::vector<std::string_view> parts = fields(value);
+    double* const sides[] = {&m_session.widthMm.emplace(), &m_session.heightMm.emplace()};
+    for (std::size_t i = 0; i < parts.size() && i < 2; ++i) {
+        const auto [end, error] = std::from_chars(parts[i].data(), parts[i].data() + parts[i].size(), *sides[i]);
+        if (error != std::errc() || end != parts[i].data() + parts[i].size() || !(*sides[i] > 0.0) ||
+            *sides[i] > 10000.0) {
+            fail("size-mm " + quoted(value) + " is not a size; give WIDTH HEIGHT in millimetres, each above 0");
+        }
+    }
+    if (parts.size() != 2) {
+        fail("size-mm " + quoted(value) + " is not a size; give WIDTH HEIGHT in millimetres, each above 0");
+    }
+}
+
+Packet SessionReader::packet(std::string_view line)
+{
+    const std::vector<std::string_view> parts = fields(line);
+    if (parts.size() != kPacketFields) {
+        fail("a packet has " + std::to_string(kPacketFields) + " fields, this line " + std::to_string(parts.size()) +
+             "; give TIME FINGER X Y WIDTH MOTION STICK-X STICK-Y BUTTONS");
+    }
+    Packet p;
+    const std::optional<std::int64_t> time = wholeNumber<std::int64_t>(parts[0]);
+    if (!time || *time < 0 || *time > std::numeric_limits<std::int32_t>::max()) {
+        fail("time " + quoted(parts[0]) + " is not a time; give milliseconds from 0 to 2147483647");
+    }
+    if (m_lastTimeUs && *time * 1000 < *m_lastTimeUs) {
+        fail("time " + quoted(parts[0]) + " is before the previous packet's " + std::to_string(*m_lastTimeUs / 1000) +
+             "; times never decrease");
+    }
+    m_lastTimeUs = *time * 1000;
+    p.timeMs = *time;
+    p.finger = flag("finger", parts[1]);
+    p.x = coordinate("x", parts[2]);
+    p.y = coordinate("y", parts[3]);
+    const std::optional<std::int32_t> width = wholeNumber<std::int32_t>(parts[4]);
+    if (!width || *width < 0 || *width > kMaxWidth) {
+        fail("width " + quoted(parts[4]) + " is not a finger width; give 0 to " + std::to_string(kMaxWidth));
+    }
+    p.width = *width;
+    p.motion = flag("motion", parts[5]);
+    p.stickX = coordinate("stick-x", parts[6]);
+    p.stickY = coordinate("stick-y", parts[7]);
+    buttons(parts[8], p);
+    return p;
+}
+
+Packet SessionReader::frameLine(std::string_view line)
+{
+    if (!m_stream) {
+        rawkit::TouchLayout layout;
+        layout.x = {m_session.xLo, m_session.xHi};
+        layout.y = {m_session.yLo, m_session.yHi};
+        layout.width = m_session.widthRange;
+        m_stream.emplace(layout);
+    }
+    rawkit::TouchFrame parsed;
+    std::string error;
+    const std::vector<std::string_view> parts = fields(line);
+    if (!FrameLine::parse(parts, parsed, error)) {
+        fail(error);
+    }
+    if (m_lastTimeUs && parsed.timeUs < *m_lastTimeUs) {
+        fail("time " + quoted(parts[0]) + " is before the previous frame's; times never decrease");
+    }
+    m_lastTimeUs = parsed.timeUs;
+    m_frame = std::move(parsed);
+    return m_stream->add(*m_frame);
+}
+
+bool SessionReader::flag(const char* name, std::string_view value) const
+{
+    if (value != "0" && value != "1") {
+        fail(std::string(name) + " " + quoted(value) + " is not a flag; give 0 or 1");
+    }
+    return value == "1";
+}
+
+std::int32_t SessionReader::coordinate(const char* name, std::string_view value) const
+{
+    const std::optional<std::int32_t> number = wholeNumber<std::int32_t>(value);
+    if (!number) {
+        fail(std::string(name) + " " + quoted(value) + " is not a whole number; give one from -2147483648 to 2147483647");
+    }
+    return *number;
+}
+
+void SessionReader::buttons(std::string_view value, Packet& p) const
+{
+    const std::string allowed = "; give - for none, or the held buttons as L, R and M, each once (LR, M, ...)";
+    if (value == "-") {
+        return;
+    }
+    for (const char c : value) {
+        bool* held = c == 'L' ? &p.left : c == 'R' ? &p.right : c == 'M' ? &p.middle : nullptr;
+        if (held == nullptr || *held) {
+            fail("buttons " + quoted(value) + " are not a button set" + allowed);
+        }
+        *held = true;
+    }
+}
+
+}  // namespace padkit
