@@ -124,7 +124,7 @@ bool RecordingReader::nextLine(std::string_view& line)
             return false;
         case LineReader::Status::TooLong:
             fail("a line longer than " + std::to_string(kMaxLine) +
-                 " bytes; a HID recording's lines hold one descriptor or one report");
+                 " bytes; no line of a session file or a HID recording is that long");
         case LineReader::Status::Line:
             break;
         }

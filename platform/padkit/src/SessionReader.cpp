@@ -134,8 +134,8 @@ bool SessionReader::nextLine(std::string_view& line)
         case hidrd::LineReader::Status::End:
             return false;
         case hidrd::LineReader::Status::TooLong:
-            fail("a line longer than " + std::to_string(kMaxLine) + " bytes; a session's lines are a header line, a "
-                 "packet or a frame");
+            fail("a line longer than " + std::to_string(kMaxLine) +
+                 " bytes; no line of a session file or a HID recording is that long");
         case hidrd::LineReader::Status::Line:
             break;
         }

@@ -137,8 +137,8 @@ TEST(RecordingReader, ALineWithoutEndIsRefusedOnceItPassesTheLimit)
         RecordingReader reader(in, "huge.hid");
         ADD_FAILURE() << "accepted";
     } catch (const hidrd::RecordingError& error) {
-        EXPECT_STREQ(error.what(), "huge.hid:1: a line longer than 1048576 bytes; a HID recording's lines hold one "
-                                   "descriptor or one report");
+        EXPECT_STREQ(error.what(), "huge.hid:1: a line longer than 1048576 bytes; no line of a session file or a "
+                                   "HID recording is that long");
     }
     EXPECT_LT(endless.given, 2U * RecordingReader::kMaxLine) << "read no further than the limit and a read";
 }

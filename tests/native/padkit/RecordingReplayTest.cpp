@@ -202,8 +202,8 @@ TEST(RecordingReplay, RefusesFaultsNamingFileAndLine)
     EXPECT_EQ(refusal(saved(std::string("\x7f" "ELF\x02\x01\x01\0\0\0", 10)), SynDeviceTouchPad),
               "padkit-bad.hid:1: binary data (a byte 0x02 at column 5); a HID recording is text");
     EXPECT_EQ(refusal(saved(std::string(2 * 1024 * 1024, 'R')), SynDeviceTouchPad),
-              "padkit-bad.hid:1: a line longer than 1048576 bytes; a session's lines are a header line, a packet or a "
-              "frame");
+              "padkit-bad.hid:1: a line longer than 1048576 bytes; no line of a session file or a HID "
+              "recording is that long");
     std::filesystem::remove(std::filesystem::temp_directory_path() / "padkit-bad.hid");
 }
 
