@@ -1,8 +1,9 @@
 #pragma once
 // Delivers a live device's packets on the thread that made it, as they arrive through Raw
-// Input: a precision touchpad's HID reports decoded, or a pointing stick's mouse reports, with a
-// rest packet when the stick stops reporting. Each packet is also written to the recording when
-// the device has one. A device that is removed, or whose handle stops answering, ends the
+// Input: a precision touchpad's HID reports decoded and put together into frames (one packet a
+// complete frame), or a pointing stick's mouse reports, with a rest packet when the stick stops
+// reporting. Each frame (touchpad) or packet (stick) is also written to the recording when the
+// device has one. A device that is removed, or whose handle stops answering, ends the
 // delivery and is reported once.
 #include <chrono>
 #include <cstdint>
@@ -15,7 +16,7 @@
 #include "padkit/Session.h"
 #include "padkit/SessionWriter.h"
 #include "padkit/StickPacketBuilder.h"
-#include "padkit/TouchPacketBuilder.h"
+#include "padkit/TouchFrameStream.h"
 #include "rawkit/HidTouchDecoder.h"
 #include "rawkit/RawInputReceiver.h"
 
@@ -47,6 +48,7 @@ private:
     void onInput(const RAWINPUT& input);
     void onTick();
     void emit(const Packet& packet);
+    std::int64_t nowUs() const;
     void lose();
     std::int64_t nowMs() const;
 
@@ -56,7 +58,7 @@ private:
     std::uintptr_t m_device = 0;
     Session m_description;
     std::unique_ptr<rawkit::HidTouchDecoder> m_decoder;
-    std::optional<TouchPacketBuilder> m_touch;
+    std::optional<TouchFrameStream> m_touch;
     StickPacketBuilder m_stick;
     std::unique_ptr<rawkit::RawInputReceiver> m_receiver;
     std::unique_ptr<SessionWriter> m_writer;
