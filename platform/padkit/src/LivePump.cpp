@@ -79,6 +79,9 @@ _tagSYNStatus LivePump::attach()
         m_description.widthMm = layout.widthMm;
         m_description.heightMm = layout.heightMm;
         m_description.widthRange = layout.width;
+        if (m_touch) {
+            m_malformed += m_touch->malformedFrames();
+        }
         m_touch.emplace(layout);
     } else {
         m_description.xLo = -StickPacketBuilder::kRange;

@@ -37,6 +37,8 @@ public:
 
     // The device's kind, ranges and hardware id, as its recording's header has them.
     const Session& description() const { return m_description; }
+    // A touchpad's frames that never completed or made no sense.
+    unsigned long malformedFrames() const { return m_malformed + (m_touch ? m_touch->malformedFrames() : 0); }
     // Finds the device again (it may have a new handle after the machine slept) and carries on.
     bool reacquire();
 
@@ -67,6 +69,7 @@ private:
     Clock::time_point m_lastCheck;
     bool m_stickAtRest = true;
     bool m_lost = false;
+    unsigned long m_malformed = 0;   // of the frame streams before a re-acquire
     long m_sequence = 0;
     // Expires with the pump: a receiver may destroy it while taking a packet.
     std::shared_ptr<char> m_alive = std::make_shared<char>();

@@ -104,13 +104,18 @@ std::vector<std::uint8_t> report(const Layout& layout, const std::vector<Contact
     return r;
 }
 
-std::vector<std::uint8_t> preparsed(const std::vector<std::uint8_t>& descriptor, std::string& why)
+namespace {
+
+// Runs the parser on the descriptor and hands its description to `use`; false, with why, when
+// the descriptor is refused.
+template <typename Use>
+bool describe(const std::vector<std::uint8_t>& descriptor, std::string& why, Use use)
 {
     // The bare name is not found: the driver folder is not on the search path.
     static const HMODULE parser = LoadLibraryW(L"C:\\windows\\system32\\drivers\\hidparse.sys");
     if (parser == nullptr) {
         why = "hidparse.sys cannot be loaded";
-        return {};
+        return false;
     }
     const auto get = reinterpret_cast<GetCollectionDescription>(
         reinterpret_cast<void*>(GetProcAddress(parser, "HidP_GetCollectionDescription")));
@@ -118,19 +123,41 @@ std::vector<std::uint8_t> preparsed(const std::vector<std::uint8_t>& descriptor,
         reinterpret_cast<void*>(GetProcAddress(parser, "HidP_FreeCollectionDescription")));
     if (get == nullptr || release == nullptr) {
         why = "hidparse.sys lacks its exports";
-        return {};
+        return false;
     }
     DeviceDesc device{};
     const LONG status = get(descriptor.data(), static_cast<ULONG>(descriptor.size()), 0, &device);
     if (status < 0 || device.collectionDescLength == 0) {
         why = "the descriptor is refused: status " + std::to_string(status);
-        return {};
+        return false;
     }
-    const CollectionDesc& collection = device.collectionDesc[0];
-    const auto* bytes = static_cast<const std::uint8_t*>(collection.preparsedData);
-    std::vector<std::uint8_t> data(bytes, bytes + collection.preparsedDataLength);
+    use(device);
     release(&device);
+    return true;
+}
+
+}  // namespace
+
+std::vector<std::uint8_t> preparsed(const std::vector<std::uint8_t>& descriptor, std::string& why)
+{
+    std::vector<std::uint8_t> data;
+    describe(descriptor, why, [&](const DeviceDesc& device) {
+        const CollectionDesc& collection = device.collectionDesc[0];
+        const auto* bytes = static_cast<const std::uint8_t*>(collection.preparsedData);
+        data.assign(bytes, bytes + collection.preparsedDataLength);
+    });
     return data;
+}
+
+std::map<std::uint8_t, std::uint16_t> inputLengths(const std::vector<std::uint8_t>& descriptor, std::string& why)
+{
+    std::map<std::uint8_t, std::uint16_t> lengths;
+    describe(descriptor, why, [&](const DeviceDesc& device) {
+        for (ULONG i = 0; i < device.reportIdsLength; ++i) {
+            lengths[device.reportIds[i].reportId] = device.reportIds[i].inputLength;
+        }
+    });
+    return lengths;
 }
 
 }  // namespace hidtest
