@@ -38,8 +38,13 @@ void RestingFinger::add(std::int64_t timeUs, const std::vector<rawkit::ContactTr
         m_downUs = finger.downUs;
         m_candidate = measurable();
         m_samples.clear();
+        m_downAt = Sample{finger.contact.x, finger.contact.y};
     }
     if (!m_candidate) {
+        return;
+    }
+    if (*m_scale.micrometres(finger.contact.x - m_downAt.x, finger.contact.y - m_downAt.y) > kStillMicrons) {
+        m_candidate = false;   // it moves: a sweep, not a rest
         return;
     }
     const std::int64_t held = timeUs - m_downUs;

@@ -1,7 +1,8 @@
 #pragma once
-// How still a resting finger is reported: a finger alone on the pad for 2 s, whose positions
-// after the first 200 ms (the fingertip settling as it is pressed) stay within 5 mm of their
-// median, is a rest; its jitter is the largest distance of those positions from their median.
+// How still a resting finger is reported: a finger alone on the pad for 2 s that stays within
+// 5 mm of where it touched and of the median of its positions after the first 200 ms (the
+// fingertip settling as it is pressed) is a rest; its jitter is the largest distance of those
+// positions from their median.
 // The figure kept is that of the stillest rest seen: a person may shift a finger during one
 // rest, but a pad that trembles trembles in every rest.
 #include <cstdint>
@@ -45,6 +46,7 @@ private:
     PadScale m_scale;
     std::optional<std::uint32_t> m_id;     // the finger alone now, or last
     std::int64_t m_downUs = 0;
+    Sample m_downAt{};                     // where it touched
     bool m_candidate = false;              // its touch may still become a rest
     std::vector<Sample> m_samples;
     std::vector<std::int32_t> m_scratch;   // for the medians

@@ -200,7 +200,7 @@ void CTouchpadQualityDlg::showFigures()
                                         std::tuple{ReportRate::Several, IDC_TQ_RATE_SEVERAL, TqRateSeveral}}) {
         ksx::String line = textOf(key) + " ";
         if (const std::optional<double> hz = rate.rateHz(kind)) {
-            line += format("%.0f Hz   median %.2f ms   1%%: %.2f   99%%: %.2f", *hz, *rate.percentileUs(kind, 0.5) / 1000.0,
+            line += format("%.0f Hz   median %.1f ms   1%%: %.1f   99%%: %.1f", *hz, *rate.percentileUs(kind, 0.5) / 1000.0,
                            *rate.percentileUs(kind, 0.01) / 1000.0, *rate.percentileUs(kind, 0.99) / 1000.0);
         } else {
             line += "-";
