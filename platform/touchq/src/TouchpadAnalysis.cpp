@@ -201,7 +201,7 @@ std::vector<TouchpadAnalysis::Finding> TouchpadAnalysis::findings(std::int64_t n
     std::vector<Finding> found;
     const bool* required = m_settings.required;
     if (required[Jitter] && m_rest.jitterMicrons() && *m_rest.jitterMicrons() > m_settings.maxJitterMicrons) {
-        found.push_back({"TOUCHPAD_JITTER", format("a resting finger moved up to %.0f um from its place, more than %.0f um",
+        found.push_back({"TOUCHPAD_JITTER", format("a resting finger moved up to %.0f \xC2\xB5m from its place, more than %.0f \xC2\xB5m",
                                                    *m_rest.jitterMicrons(), m_settings.maxJitterMicrons)});
     }
     if (required[Rate] && m_settings.judgeRate) {
