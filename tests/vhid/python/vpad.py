@@ -46,6 +46,7 @@ class VirtualPad:
         self.reports = TouchpadReports(bytes.fromhex(self.descriptor.read_text()))
         self._server = None
         self.scan_time = 0
+        self.down = {}   # contacts touching after the last frame, by id
 
     def install(self):
         done = run_tool(self.s, "install", self.descriptor, "--id", self.id)
@@ -80,13 +81,19 @@ class VirtualPad:
         return self.command("input " + report.hex(" "))
 
     def frame(self, contacts=(), buttons=0, pause=0.012):
-        """One scan of the pad: one report on a parallel pad, one a contact on a hybrid pad (the
-        first with the contact count, the others with 0). Reports at about 80 Hz."""
+        """One scan of the pad with these contacts touching; one that touched in the last scan and
+        is not among them is reported lifted (tip clear) where it was, as a pad reports a lift.
+        A parallel pad sends the scan in one report, a hybrid pad one contact a report (the first
+        with the contact count, the others with 0). Scans at about 80 Hz."""
+        lifted = [Contact(c.x, c.y, tip=False, confidence=c.confidence, id=c.id)
+                  for c in self.down.values() if c.id not in {touching.id for touching in contacts}]
+        reported = list(contacts) + lifted
+        self.down = {c.id: c for c in contacts if c.tip}
         self.scan_time = (self.scan_time + 120) & 0xFFFF
         per_report = self.reports.fingers
-        batches = [contacts[i:i + per_report] for i in range(0, len(contacts), per_report)] or [()]
+        batches = [reported[i:i + per_report] for i in range(0, len(reported), per_report)] or [[]]
         for index, batch in enumerate(batches):
-            count = len(contacts) if index == 0 else 0
+            count = len(reported) if index == 0 else 0
             self.send(self.reports.report(batch, count=count, buttons=buttons, scan_time=self.scan_time))
             time.sleep(pause)
 
