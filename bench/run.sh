@@ -8,7 +8,7 @@ cmake -S "$root" -B "$KSTR_BUILD/win" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
   -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake" >/dev/null
 cmake --build "$KSTR_BUILD/win" -j "$(nproc)" --target mouse_dialog_bench click_test_input_bench \
   click_test_paint_bench touchpad_packet_bench trackpoint_repaint_bench startup_bench pointer_quality_bench \
-  pointer_quality_flood_bench kstrmouse_soak kstrmouse kstrprobe bare_screen_change
+  pointer_quality_flood_bench hybrid_touchpad_bench kstrmouse_soak kstrmouse kstrprobe bare_screen_change
 source "$root/scripts/wine-session.sh"
 unset DISPLAY
 kstr_start_display
@@ -23,6 +23,7 @@ wine "$KSTR_BUILD/win/bench/trackpoint_repaint_bench.exe"
 wine "$KSTR_BUILD/win/bench/startup_bench.exe"
 wine "$KSTR_BUILD/win/bench/pointer_quality_bench.exe"
 wine "$KSTR_BUILD/win/bench/pointer_quality_flood_bench.exe"
+wine "$KSTR_BUILD/win/bench/hybrid_touchpad_bench.exe"
 # The soak: its figures and its verdict, without the host's line per run.
 wine "$KSTR_BUILD/win/tests/win/soak/kstrmouse_soak.exe" | grep -v -e ': PASS; no events' -e '^\[ RUN'
 # Latency to the screen: real input through the X server, the pixels read back (last: it ends the

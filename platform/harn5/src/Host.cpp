@@ -631,6 +631,9 @@ std::string Host::deviceListing() const
                 (vid.empty() || pid.empty() ? "-" : vid + ":" + pid) + "  " + field(device, "InterfacePath") +
                 "  buttons " + field(device, "Buttons") + ", sample rate " + field(device, "SampleRate") +
                 ", horizontal wheel " + (wheel.empty() ? "-" : Value(HarnString(wheel)).valueBool() ? "yes" : "no") +
+                (field(device, "PadSize", "").empty()
+                     ? ""
+                     : ", size " + field(device, "PadSize") + ", contacts a report " + field(device, "ContactsPerReport")) +
                 "  offered as " + (device.capability().empty() ? "nothing" : device.capability().toString()) + "\n" +
                 "      " + m_propertyTypes.understood(device) + "\n";
     }

@@ -11,33 +11,13 @@ extern "C" {
 #include <string>
 #include <vector>
 
+#include "ShippedTouchpads.h"
 #include "TouchpadDescriptors.h"
 #include "hidcut/CollectionCutter.h"
 
-namespace {
-
-std::vector<std::uint8_t> shippedDescriptor(const std::string& file)
-{
-    std::ifstream in(std::string(KSTR_SOURCE_DIR) + "/tests/data/hid-descriptors/" + file);
-    std::vector<std::uint8_t> bytes;
-    std::string hex;
-    while (in >> hex) {
-        bytes.push_back(static_cast<std::uint8_t>(std::stoul(hex, nullptr, 16)));
-    }
-    return bytes;
-}
-
-struct Shipped {
-    const char* file;
-    std::uint8_t reportId;   // of the touchpad's input report
-};
-
-const Shipped kShipped[] = {
-    {"dell-xps9360-touchpad.rdesc", 3}, {"synaptics_06cb_ce08.rdesc", 3}, {"elan_04f3_300b.rdesc", 4},
-    {"sipodev_0603_0002.rdesc", 4},     {"microsoft-surfacebook2-touchpad.rdesc", 4},
-};
-
-}  // namespace
+using hidtest::Shipped;
+using hidtest::shippedDescriptor;
+using hidtest::kShipped;
 
 // The whole descriptor names a mouse to the platform; the cut names the touchpad, and its input
 // report is as long as the whole descriptor's report of that id.
