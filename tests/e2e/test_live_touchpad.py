@@ -34,6 +34,11 @@ def fields(packet):
     return [int(p) for p in parts[:8]] + parts[8:]
 
 
+# The pads' widths in mm, from their descriptors' physical extents (tests/data/hid-descriptors).
+WIDTH_MM = {"dell-xps9360-touchpad": 101.3, "synaptics_06cb_ce08": 106.0, "elan_04f3_300b": 104.9,
+            "sipodev_0603_0002": 94.0, "microsoft-surfacebook2-touchpad": 101.0}
+
+
 def listed(s, pad):
     done = s.run("--list-devices")
     lines = [line for line in done.stdout.splitlines() if f"  {pad.id}  " in line]
@@ -41,6 +46,8 @@ def listed(s, pad):
     vid, pid = pad.id.split(":")
     check(" touchpad  Touchpad " in lines[0] and f"\\\\?\\HID#VID_{vid}&PID_{pid}#" in lines[0] and
           "offered as Mouse+SynapticsMouse+SynapticsTouchPad" in lines[0], lines[0])
+    check(f"size {WIDTH_MM[pad.name]:.1f} x " in lines[0] and f"contacts a report {pad.reports.fingers} " in lines[0],
+          lines[0])
 
 
 def live_pass_replays_alike(s, tmp, name):
