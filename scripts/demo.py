@@ -5,6 +5,7 @@ screenshots, and prints where they are.
 """
 import os
 import sys
+import time
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
@@ -76,10 +77,12 @@ def main(bin_dir, out_dir):
             run = LivePadRun(session, pad_dir, "--record", str(recording))
             for step in range(12):   # a finger sliding right and down, still touching for the picture
                 pad.frame([pad.at(0.25 + 0.04 * step, 0.3 + 0.02 * step)])
+            time.sleep(0.5)   # the status rows paint when the dialog's thread is idle
             session.screenshot(out / "live-touchpad.png")
             pad.frame([])
             pad.click(0.3, 0.4)
             pad.click(0.85, 0.92)
+            run.wait_for(run.pass_enabled, "Pass after the pad's finger and clicks")
             transcript.append(f"  [live touchpad {pad.id}] Pass enabled after a finger and two clicks: "
                               f"{run.pass_enabled()}")
             run.press_pass()

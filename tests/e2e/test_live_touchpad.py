@@ -164,6 +164,31 @@ def case_a_palm_is_never_the_finger(s, tmp):
     check(result["verdict"] == "PASS", f"{result}\n{output}")
 
 
+def case_recording_played_to_the_pad_passes_and_sets_its_feature(s, tmp):
+    """A HID recording of the whole device (a mouse report among the touchpad's, and a feature
+    line of our own) installs the pad by its R: and I: lines and plays to PASS."""
+    from vpad import VirtualPad
+    pad = VirtualPad(s, "elan_04f3_300b")
+    lines = pad.recording(lambda p: p.finger_and_clicks())
+    after_ids = lines.index(next(line for line in lines if line.startswith("I: "))) + 1
+    lines[after_ids:after_ids] = ["F: 000000.000000 3 07 05 00", "E: 000000.000000 9 01 00 00 00 00 00 00 00 00"]
+    recording = tmp / "elan.hid"
+    recording.write_text("\n".join(lines) + "\n")
+    with installed(s):   # none of ours before; the one the recording installs removed after
+        done = run_tool(s, "install", recording)
+        check(done.returncode == 0 and done.stdout.startswith("installed 04F3:300B: page 0x0D usage 0x05"),
+              f"{done.stdout}{done.stderr}")
+        run, _ = start(s, tmp, "played")
+        done = run_tool(s, "play", "04F3:300B", recording, "--speed", "2")
+        check(done.returncode == 0 and "skipped 1 reports of ids the collection does not have (1)" in done.stdout,
+              f"{done.stdout}{done.stderr}")
+        run.press_pass()
+        result, output = run.result()
+        check(result["verdict"] == "PASS", f"{result}\n{output}")
+        feature = run_tool(s, "get-feature", "04F3:300B", "7")
+        check(feature.returncode == 0 and feature.stdout.strip() == "07 05 00", f"{feature.stdout}{feature.stderr}")
+
+
 def case_tool_refuses_bad_input_and_leaves_the_prefix_as_it_was(s, tmp):
     broken = tmp / "broken.rdesc"
     broken.write_text("05 0d 09 05 a1 01 85 03 75 08 95 01 81 02")   # never closed

@@ -47,6 +47,7 @@ class VirtualPad:
         self._server = None
         self.scan_time = 0
         self.down = {}   # contacts touching after the last frame, by id
+        self._sink = None   # while a recording is made: where reports go instead of the pad
 
     def install(self):
         done = run_tool(self.s, "install", self.descriptor, "--id", self.id)
@@ -78,7 +79,27 @@ class VirtualPad:
         return answer
 
     def send(self, report):
+        if self._sink is not None:
+            return self._sink.append(report)
         return self.command("input " + report.hex(" "))
+
+    def recording(self, gesture, interval_us=12000):
+        """The reports `gesture(pad)` makes, as lines of a HID recording as the Linux HID tools
+        write one (the whole descriptor, the ids, a report every interval), sent nowhere."""
+        self._sink = []
+        try:
+            gesture(self)
+            reports = self._sink
+        finally:
+            self._sink = None
+        descriptor = bytes.fromhex(self.descriptor.read_text())
+        vid, pid = self.id.lower().split(":")
+        lines = [f"# {self.name}, made by the tests", f"R: {len(descriptor)} {descriptor.hex(' ')}",
+                 f"N: {self.name}", f"I: 18 {vid} {pid}"]
+        for index, report in enumerate(reports):
+            at = index * interval_us
+            lines.append(f"E: {at // 1000000:06d}.{at % 1000000:06d} {len(report)} {report.hex(' ')}")
+        return lines
 
     def frame(self, contacts=(), buttons=0, pause=0.012):
         """One scan of the pad with these contacts touching; one that touched in the last scan and
@@ -95,7 +116,8 @@ class VirtualPad:
         for index, batch in enumerate(batches):
             count = len(reported) if index == 0 else 0
             self.send(self.reports.report(batch, count=count, buttons=buttons, scan_time=self.scan_time))
-            time.sleep(pause)
+            if self._sink is None:
+                time.sleep(pause)
 
     # -- where a finger goes, as fractions of the pad (0,0 top left) -------------------------
     def at(self, fx, fy, **contact):

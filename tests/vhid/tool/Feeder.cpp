@@ -2,11 +2,18 @@
 
 #include <windows.h>
 
+// mingw's HID headers lack C linkage of their own.
+extern "C" {
+#include <hidsdi.h>
+}
+
 #include <chrono>
 #include <set>
 #include <thread>
 
 #include "PadInstaller.h"
+#include "RawInputPads.h"
+#include "Win32Error.h"
 #include "hidparse/PlatformParser.h"
 
 using vhid::ReportShape;
@@ -64,6 +71,27 @@ bool Feeder::send(const std::vector<std::uint8_t>& report, ReportShape::Kind kin
 {
     const std::optional<std::vector<std::uint8_t>> fitted = m_shape.fit(report, kind, error);
     return fitted && deliver(*fitted, kind == ReportShape::Kind::Feature, error);
+}
+
+std::optional<std::vector<std::uint8_t>> Feeder::getFeature(std::uint8_t reportId, std::string& error) const
+{
+    std::optional<std::vector<std::uint8_t>> report = m_shape.fit({reportId}, ReportShape::Kind::Feature, error);
+    const std::wstring path = report ? RawInputPads::interfacePath(m_id) : L"";
+    if (report && path.empty()) {
+        error = "the virtual touchpad " + m_id.text() + " does not open";
+    }
+    if (path.empty()) {
+        return std::nullopt;
+    }
+    HANDLE device = CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                nullptr, OPEN_EXISTING, 0, nullptr);
+    const bool answered = device != INVALID_HANDLE_VALUE &&
+                          HidD_GetFeature(device, report->data(), static_cast<ULONG>(report->size()));
+    error = answered ? "" : "the device did not answer: " + win32Error(GetLastError());
+    if (device != INVALID_HANDLE_VALUE) {
+        CloseHandle(device);
+    }
+    return answered ? report : std::nullopt;
 }
 
 bool Feeder::play(const vhid::ReportScript& script, double speed, std::ostream& out, std::string& error)

@@ -3,6 +3,7 @@
 // (as the platform's parser reads the descriptor it serves), then handed to the driver.
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -19,6 +20,10 @@ public:
 
     // One report, padded to its collection's length; refused, with why, when it does not fit.
     bool send(const std::vector<std::uint8_t>& report, vhid::ReportShape::Kind kind, std::string& error);
+
+    // The feature report of that id as a program gets it from the device (HidD_GetFeature);
+    // nothing, with why, when the device does not answer.
+    std::optional<std::vector<std::uint8_t>> getFeature(std::uint8_t reportId, std::string& error) const;
 
     // The script's reports at their times, `speed` times as fast (0: each as soon as the driver
     // takes it). Every report is checked before the first is sent; reports of ids the collection

@@ -56,11 +56,11 @@ bool RawInputPads::present(const vhid::PadId& id)
     return false;
 }
 
-bool RawInputPads::interfaceOpens(const vhid::PadId& id)
+std::wstring RawInputPads::interfacePath(const vhid::PadId& id)
 {
     HDEVINFO raw = SetupDiGetClassDevsW(&kHidInterface, nullptr, nullptr, DIGCF_PRESENT | DIGCF_DEVICEINTERFACE);
     if (raw == INVALID_HANDLE_VALUE) {
-        return false;
+        return L"";
     }
     const std::unique_ptr<std::remove_pointer_t<HDEVINFO>, DeviceSetCloser> set(raw);
     const std::wstring wanted = L"#" + upper(id.pathPart()) + L"#";
@@ -80,16 +80,16 @@ bool RawInputPads::interfaceOpens(const vhid::PadId& id)
                                     0, nullptr);
         if (handle != INVALID_HANDLE_VALUE) {
             const std::unique_ptr<void, HandleCloser> opened(handle);
-            return true;
+            return detail->DevicePath;
         }
     }
-    return false;
+    return L"";
 }
 
 bool RawInputPads::waitFor(const vhid::PadId& id, bool wanted, unsigned timeoutMs)
 {
     const ULONGLONG deadline = GetTickCount64() + timeoutMs;
-    while (wanted && !interfaceOpens(id)) {
+    while (wanted && interfacePath(id).empty()) {
         if (GetTickCount64() >= deadline) {
             return false;
         }

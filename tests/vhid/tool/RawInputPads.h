@@ -1,6 +1,8 @@
 #pragma once
 // Whether a virtual touchpad is among the system's devices, as a program sees it: its HID
 // interface opens, and it is in the raw-input device list.
+#include <string>
+
 #include "vhid/PadId.h"
 
 class RawInputPads {
@@ -12,6 +14,6 @@ public:
     // open yet when it does is left out until the next: the interface is waited for first.
     static bool waitFor(const vhid::PadId& id, bool present, unsigned timeoutMs);
 
-private:
-    static bool interfaceOpens(const vhid::PadId& id);
+    // The pad's HID interface, when it is there and opens; empty otherwise.
+    static std::wstring interfacePath(const vhid::PadId& id);
 };

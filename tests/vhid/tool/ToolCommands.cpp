@@ -1,6 +1,8 @@
 #include "ToolCommands.h"
 
 #include <chrono>
+#include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <memory>
 #include <sstream>
@@ -28,6 +30,7 @@ const char kUsage[] =
     "  list\n"
     "  input VID:PID HEX...          one input report, report id first\n"
     "  feature VID:PID HEX...        one feature report, kept and answered when asked for\n"
+    "  get-feature VID:PID ID        the feature report a program gets from the device\n"
     "  play VID:PID FILE [--speed F|max]\n"
     "        the E: (input) and F: (feature) lines of FILE at their times\n"
     "  serve VID:PID                 lines on standard input: input HEX, feature HEX,\n"
@@ -128,7 +131,8 @@ int ToolCommands::run(const std::vector<std::string>& args)
     if (command == "list" && rest.empty()) {
         return list();
     }
-    if (command == "input" || command == "feature" || command == "play" || command == "serve") {
+    if (command == "input" || command == "feature" || command == "get-feature" || command == "play" ||
+        command == "serve") {
         return feed(command, rest);
     }
     m_err << kUsage;
@@ -147,7 +151,12 @@ int ToolCommands::install(const std::vector<std::string>& args)
                 return fail("--id takes VID:PID, four hex digits each: \"" + args[i] + "\"");
             }
         } else if (args[i] == "--collection" && i + 1 < args.size()) {
-            collection = std::atoi(args[++i].c_str());
+            char* end = nullptr;
+            const long number = std::strtol(args[++i].c_str(), &end, 10);
+            if (end == args[i].c_str() || *end != 0 || number < 0 || number > 255) {
+                return fail("--collection takes a collection's number, from 0: \"" + args[i] + "\"");
+            }
+            collection = static_cast<int>(number);
         } else if (file.empty() && args[i].rfind("--", 0) != 0) {
             file = args[i];
         } else {
@@ -155,10 +164,14 @@ int ToolCommands::install(const std::vector<std::string>& args)
             return 2;
         }
     }
+    if (file.empty()) {
+        m_err << kUsage;
+        return 2;
+    }
     std::string error;
-    const std::optional<vhid::ReportScript> script = file.empty() ? std::nullopt : readScript(file, error);
+    const std::optional<vhid::ReportScript> script = readScript(file, error);
     if (!script) {
-        return file.empty() ? (m_err << kUsage, 2) : fail(error);
+        return fail(error);
     }
     if (script->descriptor.empty()) {
         return fail(file + " has no report descriptor (an R: line, or hex bytes)");
@@ -238,8 +251,11 @@ int ToolCommands::list()
 
 int ToolCommands::feed(const std::string& command, const std::vector<std::string>& args)
 {
-    if (args.empty() || (command == "serve" && args.size() != 1) || (command == "play" && args.size() != 2 &&
-                                                                       args.size() != 4)) {
+    const bool counted = command == "serve"         ? args.size() == 1
+                         : command == "get-feature" ? args.size() == 2
+                         : command == "play"        ? args.size() == 2 || (args.size() == 4 && args[2] == "--speed")
+                                                    : args.size() >= 2;
+    if (!counted) {
         m_err << kUsage;
         return 2;
     }
@@ -256,12 +272,26 @@ int ToolCommands::feed(const std::string& command, const std::vector<std::string
         return serve(*feeder);
     }
     if (command == "play") {
-        const std::optional<double> speed = args.size() == 4 && args[2] == "--speed" ? parseSpeed(args[3]) : 1.0;
+        const std::optional<double> speed = args.size() == 4 ? parseSpeed(args[3]) : 1.0;
         if (!speed) {
             return fail("--speed takes a factor above 0 (up to 1000) or max");
         }
         const std::optional<vhid::ReportScript> script = readScript(args[1], error);
         return script && feeder->play(*script, *speed, m_out, error) ? 0 : fail(error);
+    }
+    if (command == "get-feature") {
+        char* end = nullptr;
+        const long reportId = std::strtol(args[1].c_str(), &end, 10);
+        if (end == args[1].c_str() || *end != 0 || reportId < 1 || reportId > 255) {
+            return fail("a report id is 1 to 255: \"" + args[1] + "\"");
+        }
+        const std::optional<std::vector<std::uint8_t>> report = feeder->getFeature(static_cast<std::uint8_t>(reportId),
+                                                                                  error);
+        if (!report) {
+            return fail(error);
+        }
+        m_out << vhid::HexBytes::format(*report) << "\n";
+        return 0;
     }
     std::string hex;
     for (std::size_t i = 1; i < args.size(); ++i) {
