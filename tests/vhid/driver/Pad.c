@@ -230,3 +230,11 @@ void PadLose(VHID_HUB* hub, VHID_PAD* pad, BOOLEAN unlink)
         VhidComplete(read, STATUS_DELETE_PENDING, 0);
     }
 }
+
+void PadRestart(VHID_HUB* hub, VHID_PAD* pad)
+{
+    KIRQL irql;
+    KeAcquireSpinLock(&hub->lock, &irql);
+    pad->gone = pad->link.Flink == NULL;   /* removed for good once unlinked */
+    KeReleaseSpinLock(&hub->lock, irql);
+}

@@ -132,6 +132,7 @@ NTSTATUS NTAPI PadPnp(PDEVICE_OBJECT fdo, PIRP irp)
     VHID_PAD* pad = VhidPad(fdo);
     switch (IoGetCurrentIrpStackLocation(irp)->MinorFunction) {
     case IRP_MN_START_DEVICE:
+        PadRestart(hub, pad);   /* after a stop, it takes reports again */
         return Start(extension->NextDeviceObject, irp);
     case IRP_MN_SURPRISE_REMOVAL:
     case IRP_MN_STOP_DEVICE:

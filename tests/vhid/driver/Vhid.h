@@ -48,6 +48,7 @@ NTSTATUS PadFeed(VHID_HUB* hub, const VHID_REPORT_HEADER* header, const UCHAR* r
 NTSTATUS PadGetFeature(VHID_HUB* hub, VHID_PAD* pad, HID_XFER_PACKET* packet, ULONG_PTR* copied);
 NTSTATUS PadSetFeature(VHID_HUB* hub, VHID_PAD* pad, const HID_XFER_PACKET* packet);
 void PadLose(VHID_HUB* hub, VHID_PAD* pad, BOOLEAN unlink);
+void PadRestart(VHID_HUB* hub, VHID_PAD* pad);
 
 /* PadDispatch.c: what hidclass asks of a pad. */
 NTSTATUS NTAPI PadInternalControl(PDEVICE_OBJECT fdo, PIRP irp);
