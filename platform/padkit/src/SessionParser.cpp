@@ -7,6 +7,7 @@
 #include <sstream>
 #include <vector>
 
+#include "WholeNumber.h"
 #include "padkit/FrameLine.h"
 #include "padkit/SessionError.h"
 #include "padkit/TouchFrameStream.h"
@@ -77,18 +78,6 @@ std::vector<std::string_view> fields(std::string_view text)
         }
     }
     return result;
-}
-
-template <typename Int>
-std::optional<Int> wholeNumber(std::string_view text)
-{
-    Int value{};
-    // from_chars takes no '+'; a leading '-' only for signed types, as wanted.
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (text.empty() || error != std::errc() || end != text.data() + text.size()) {
-        return std::nullopt;
-    }
-    return value;
 }
 
 class Reader {
