@@ -21,9 +21,10 @@ class TouchQualityRun(ModuleRun):
 
     wait_seconds = 30
 
-    def __init__(self, session, folder, session_file, *args, speed=4, shots=None):
-        super().__init__(session, folder, "--test", "TouchpadQualityTest",
-                         "--device", f"touchpad:{session_file},speed={speed}", *args)
+    def __init__(self, session, folder, *args, shots=None):
+        """args: the device (a session: --device touchpad:FILE,speed=4; none: the live touchpads)
+        and parameters."""
+        super().__init__(session, folder, "--test", "TouchpadQualityTest", *args)
         self.shots = Path(shots or os.environ.get("KSTR_SHOTS", folder))
         if not session.wait_window(TITLE, timeout=60):
             raise AssertionError(f"the {TITLE!r} dialog did not appear: {self.finish_output()}")
@@ -90,3 +91,19 @@ def cell_colours(picture, columns, rows):
 
 
 COVERED, NEVER_COVERED = 2, 3   # touchq::CoverageRaster's palette
+
+
+def everything_live(pad, rows):
+    """What the test asks for, done on a virtual pad (tests/vhid/python/vpad.py): a finger over
+    every row of cells, three, four and five fingers moving, a resting finger, a click in each half."""
+    for row in range(rows):
+        pad.stroke([(i / 40, (row + 0.5) / rows) for i in range(41)])
+    for count in (3, 4, 5):
+        for n in range(40):
+            pad.frame([pad.at(0.1 + 0.1 * f, 0.3 + n / 400, id=f) for f in range(count)])
+        pad.frame([])
+    for n in range(260):
+        pad.frame([pad.at(0.5, 0.5)])
+    pad.frame([])
+    pad.click(0.25, 0.85)
+    pad.click(0.75, 0.85)

@@ -11,7 +11,10 @@ sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "scripts"))
 from kstrsession import run_case  # noqa: E402
 from kstrtouchq import (CELLS, COVERED, FAIL_BUTTON, NEVER_COVERED, PASS_BUTTON, STATUS,  # noqa: E402
                         TouchQualityRun, cell_colours)
+from kstrpad import installed  # noqa: E402
+from kstrtouchq import everything_live  # noqa: E402
 from touchsession import Pad, everything  # noqa: E402
+from vpad import run_tool  # noqa: E402
 
 
 def check(condition, message):
@@ -23,15 +26,16 @@ def figures(run):
     return {m["name"]: m["value"] for m in run.get("measurements", [])}
 
 
-def write(tmp, session):
+def replayed(tmp, session):
+    """The --device option of the session written to a file, replayed four times as fast."""
     path = tmp / "pad.session"
     path.write_text(session.text(), encoding="utf-8")
-    return path
+    return ["--device", f"touchpad:{path},speed=4"]
 
 
 def case_a_pad_that_does_everything_passes(s, tmp):
     pad = Pad("dell-xps9360-touchpad.rdesc")
-    q = TouchQualityRun(s, tmp, write(tmp, everything(pad)), "--param", "uIdleSeconds=2")
+    q = TouchQualityRun(s, tmp, *replayed(tmp, everything(pad)), "--param", "uIdleSeconds=2")
     time.sleep(0.8)
     q.shot("mid-test")
     q.hands_off()
@@ -50,7 +54,7 @@ def case_a_band_that_never_reports_is_a_dead_zone(s, tmp):
     # The Elan pad (sizes in inches): 13 x 9 cells of 8.1 x 8.3 mm; columns 5 and 6 never report.
     pad = Pad("elan_04f3_300b.rdesc")
     band = (4 * (pad.x_max + 1) / 13, 6 * (pad.x_max + 1) / 13)
-    q = TouchQualityRun(s, tmp, write(tmp, everything(pad, lambda x, y: band[0] <= x < band[1])),
+    q = TouchQualityRun(s, tmp, *replayed(tmp, everything(pad, lambda x, y: band[0] <= x < band[1])),
                         "--param", "uIdleSeconds=1")
     q.hands_off("sweep a finger over every cell of the map")
     q.wait_for(lambda: q.still_to_do("sweep a finger over every cell of the map"), "only the cells left to do")
@@ -74,7 +78,7 @@ def case_a_contact_while_hands_off_is_a_ghost(s, tmp):
     pad = Pad("dell-xps9360-touchpad.rdesc")
     session = everything(pad)
     session.touches(session.t + 2000, session.t + 30000, 500)
-    q = TouchQualityRun(s, tmp, write(tmp, session), "--param", "uIdleSeconds=2")
+    q = TouchQualityRun(s, tmp, *replayed(tmp, session), "--param", "uIdleSeconds=2")
     q.hands_off()
     q.wait_for(lambda: "contact(s) while hands off" in q.text(STATUS), "the ghost to be shown")
     check(not q.enabled(PASS_BUTTON), "Pass open despite a ghost")
@@ -87,6 +91,27 @@ def case_a_contact_while_hands_off_is_a_ghost(s, tmp):
     # Where it was: 0.7 and 0.3 of the pad, 70.9 x 17.0 mm, row 3 column 10; when: within the period.
     check(" at row 3 column 10, 70.9 x 17.0 mm, " in detail and " s into the period" in detail, detail)
     check(figures(run)["GhostContacts"] >= 1, figures(run))
+
+
+def case_a_live_virtual_pad_that_does_everything_passes(s, tmp):
+    """The virtual touchpad of the tests (tests/vhid) with the Dell pad's collection, its reports
+    played at 125 Hz by the tool."""
+    recording = tmp / "pad.hid"
+    with installed(s, "dell-xps9360-touchpad") as (pad,):
+        q = TouchQualityRun(s, tmp, "--param", "uIdleSeconds=2")
+        recording.write_text("\n".join(pad.recording(lambda p: everything_live(p, 7), interval_us=8000)) + "\n")
+        played = run_tool(s, "play", pad.id, recording, timeout=120)
+        check(played.returncode == 0, f"{played.stdout}{played.stderr}")
+        q.hands_off()
+        q.wait_for(lambda: q.enabled(PASS_BUTTON), "Pass after the quiet hands-off period")
+        q.shot("live")
+        q.press(PASS_BUTTON)
+        run, output = q.result()
+    check(run["verdict"] == "PASS" and not run["events"], f"{run}\n{output}")
+    check("VID_1209&PID_0001" in run["device"]["properties"]["InterfacePath"].upper(), run["device"])
+    f = figures(run)
+    check(f["CellsCovered"] == f["CellsTotal"] == 91 and f["MaxContacts"] == 5 and f["MalformedFrames"] == 0, f)
+    check(100 <= f["ReportRateOneContact"] <= 250, f"played at 125 Hz: {f}")
 
 
 if __name__ == "__main__":
