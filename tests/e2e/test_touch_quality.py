@@ -114,5 +114,20 @@ def case_a_live_virtual_pad_that_does_everything_passes(s, tmp):
     check(100 <= f["ReportRateOneContact"] <= 250, f"played at 125 Hz: {f}")
 
 
+def case_a_live_pad_removed_mid_test_ends_with_fail(s, tmp):
+    with installed(s, "elan_04f3_300b") as (pad,):
+        q = TouchQualityRun(s, tmp)
+        pad.stroke([(0.1, 0.5), (0.2, 0.5), (0.3, 0.5)])
+        q.wait_for(lambda: q.text(CELLS).startswith("Cells still to do: ") and not q.text(CELLS).endswith(" 117 / 117"),
+                   "the pad's first cells")
+        removed = pad.remove()
+        check(removed.returncode == 0, f"{removed.stdout}{removed.stderr}")
+        run, output = q.result()
+    check(run["verdict"] == "FAIL" and q.proc.returncode == 1, f"{run}\n{output}")
+    check("touchpad under test was removed" in output, output)
+    check([e["name"] for e in run["events"]] == ["TOUCHPAD_QUALITY_TEST_FAILED"], run["events"])
+    check(0 < figures(run)["CellsCovered"] < 117, figures(run))
+
+
 if __name__ == "__main__":
     run_case(globals(), sys.argv[1])

@@ -114,7 +114,14 @@ void CTouchpadQualityDlg::onFrame(const rawkit::TouchFrame& frame)
 
 void CTouchpadQualityDlg::OnTimer(UINT_PTR nIDEvent)
 {
-    if (nIDEvent == kRefreshTimer && m_source != nullptr) {
+    if (nIDEvent == kRefreshTimer && m_source != nullptr && m_source->gone()) {
+        // What was found so far is reported; the checks left undone are not the pad's fault.
+        ksx::cerr << "The touchpad under test was removed or stopped answering: the test ends with FAIL." << ksx::endl;
+        m_refreshTimer.Kill();
+        finish(TestResult::FAIL());
+        m_findings = m_analysis.findings(m_source->nowUs());
+        EndDialog(IDABORT);
+    } else if (nIDEvent == kRefreshTimer && m_source != nullptr) {
         const std::int64_t now = m_source->nowUs();
         if (m_handsOffAtUs >= 0 && now >= m_handsOffAtUs) {
             m_analysis.startIdle(m_handsOffAtUs);

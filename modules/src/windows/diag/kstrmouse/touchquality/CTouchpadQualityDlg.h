@@ -40,7 +40,7 @@ protected:
 
     afx_msg void OnDestroy();
     // WM_TIMER: the map and the figures follow the frames and the countdown, at most at the
-    // display's pace.
+    // display's pace; a touchpad gone ends the test with FAIL.
     afx_msg void OnTimer(UINT_PTR nIDEvent);
     afx_msg void OnBnClickedHandsOff();
     afx_msg void OnBnClickedPass();

@@ -20,4 +20,6 @@ public:
     virtual std::int64_t nowUs() const = 0;
     // Scans that never completed or were malformed: counted, never delivered.
     virtual unsigned long malformedFrames() const = 0;
+    // The device went away: removed, or its handle stopped answering. A recording never does.
+    virtual bool gone() const { return false; }
 };

@@ -24,12 +24,28 @@ LiveFrameSource::LiveFrameSource(std::uintptr_t device, std::shared_ptr<const ra
 {
     rawkit::RawInputReceiver::Handlers handlers;
     handlers.input = [this](const RAWINPUT& input) { onInput(input); };
+    handlers.removed = [this](std::uintptr_t removed) { m_removed = m_removed || removed == m_device; };
     m_receiver = rawkit::RawInputReceiver::start(rawkit::hid::kDigitizer, rawkit::hid::kTouchPad, std::move(handlers));
 }
 
 std::int64_t LiveFrameSource::nowUs() const
 {
     return m_clock.nowUs() - m_startUs;
+}
+
+bool LiveFrameSource::gone() const
+{
+    constexpr std::int64_t kCheckEveryUs = 1000000;
+    const std::int64_t now = nowUs();
+    if (!m_removed && now - m_checkedAtUs >= kCheckEveryUs) {
+        m_checkedAtUs = now;
+        RID_DEVICE_INFO info{};
+        info.cbSize = sizeof(info);
+        UINT size = sizeof(info);
+        m_removed = GetRawInputDeviceInfoW(reinterpret_cast<HANDLE>(m_device), RIDI_DEVICEINFO, &info, &size) ==
+                    static_cast<UINT>(-1);
+    }
+    return m_removed;
 }
 
 void LiveFrameSource::onInput(const RAWINPUT& input)

@@ -23,6 +23,8 @@ public:
 
     std::int64_t nowUs() const override;
     unsigned long malformedFrames() const override { return m_assembler.malformedFrames(); }
+    // Removed (the system says so), or its handle no longer answers (asked at most once a second).
+    bool gone() const override;
 
 private:
     void onInput(const RAWINPUT& input);
@@ -33,5 +35,7 @@ private:
     MicrosecondClock m_clock;
     std::int64_t m_startUs;
     rawkit::FrameAssembler m_assembler;
+    mutable bool m_removed = false;
+    mutable std::int64_t m_checkedAtUs = 0;
     std::unique_ptr<rawkit::RawInputReceiver> m_receiver;
 };
