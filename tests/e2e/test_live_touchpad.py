@@ -144,6 +144,28 @@ def case_two_fingers_on_a_hybrid_pad_keep_the_first_shown(s, tmp):
     check(result["verdict"] == "PASS", f"{result}\n{output}")
 
 
+def case_the_earliest_finger_down_stays_shown_as_fingers_come_and_go(s, tmp):
+    """On a hybrid pad: the first finger lifts while a second stays (the second is shown), then
+    three, four and five fingers at once, each scan one packet showing the earliest finger."""
+    with installed(s, "sipodev_0603_0002") as (pad,):
+        run, log = start(s, tmp, "fingers")
+        first, second = pad.at(0.2, 0.3, id=0), pad.at(0.5, 0.3, id=1)
+        pad.frame([first])
+        pad.frame([first, second])
+        pad.frame([second])
+        others = [pad.at(0.3 + 0.1 * i, 0.6, id=2 + i) for i in range(4)]
+        for n in (2, 3, 4):
+            pad.frame([second] + others[:n])
+        pad.frame([])
+        run.wait_for(lambda: len(packets_logged(log)) == 7, "a packet a frame")
+        shown = [fields(p)[2] if fields(p)[1] else None for p in packets_logged(log)]
+        check(shown == [first.x, first.x] + [second.x] * 4 + [None], f"not the earliest finger down: {shown}")
+        pad.finger_and_clicks()
+        run.press_pass()
+        result, output = run.result()
+    check(result["verdict"] == "PASS", f"{result}\n{output}")
+
+
 def case_a_palm_is_never_the_finger(s, tmp):
     """A palm (a contact without confidence) alone shows no finger; beside a finger, the finger."""
     with installed(s, "synaptics_06cb_ce08") as (pad,):
