@@ -13,9 +13,9 @@ void fill(IndexedImage& image, int left, int top, int right, int bottom, std::ui
     top = std::max(top, 0);
     right = std::min(right, static_cast<int>(image.width));
     bottom = std::min(bottom, static_cast<int>(image.height));
-    for (int y = top; y < bottom; ++y) {
+    for (int y = top; y < bottom && left < right; ++y) {
         std::uint8_t* row = image.pixels.data() + static_cast<std::size_t>(y) * image.stride;
-        std::fill(row + std::max(left, 0), row + std::max(right, left), colour);
+        std::fill(row + left, row + right, colour);
     }
 }
 
