@@ -1,9 +1,10 @@
 #include "padkit/FrameLine.h"
 
-#include <charconv>
 #include <cstdint>
 #include <limits>
 #include <optional>
+
+#include "WholeNumber.h"
 
 namespace padkit {
 
@@ -18,32 +19,21 @@ std::string quoted(std::string_view text)
     return "\"" + std::string(text.substr(0, kQuoteLimit)) + (text.size() > kQuoteLimit ? "...\"" : "\"");
 }
 
-template <typename Int>
-std::optional<Int> whole(std::string_view text)
-{
-    Int value{};
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (text.empty() || error != std::errc() || end != text.data() + text.size()) {
-        return std::nullopt;
-    }
-    return value;
-}
-
 // Milliseconds with up to three decimals, as microseconds.
 std::optional<std::int64_t> timeUs(std::string_view text)
 {
     const std::size_t dot = text.find('.');
-    const std::optional<std::int64_t> ms = whole<std::int64_t>(text.substr(0, dot));
+    const std::optional<std::int64_t> ms = wholeNumber<std::int64_t>(text.substr(0, dot));
     if (!ms || *ms < 0 || text.front() == '-') {
         return std::nullopt;
     }
     std::int64_t fraction = 0;
     if (dot != std::string_view::npos) {
         const std::string_view decimals = text.substr(dot + 1);
-        if (decimals.empty() || decimals.size() > 3 || !whole<std::uint32_t>(decimals)) {
+        if (decimals.empty() || decimals.size() > 3 || !wholeNumber<std::uint32_t>(decimals)) {
             return std::nullopt;
         }
-        fraction = *whole<std::int64_t>(decimals);
+        fraction = *wholeNumber<std::int64_t>(decimals);
         for (std::size_t i = decimals.size(); i < 3; ++i) {
             fraction *= 10;
         }
@@ -74,10 +64,10 @@ bool contact(std::string_view text, rawkit::ContactReport& contact, std::string&
         error = "contact " + quoted(text) + " has " + std::to_string(parts.size()) + " fields, not 8" + allowed;
         return false;
     }
-    const std::optional<std::uint32_t> id = whole<std::uint32_t>(parts[0]);
+    const std::optional<std::uint32_t> id = wholeNumber<std::uint32_t>(parts[0]);
     const auto flag = [](std::string_view v) { return v == "0" || v == "1"; };
-    const std::optional<std::int32_t> x = whole<std::int32_t>(parts[3]);
-    const std::optional<std::int32_t> y = whole<std::int32_t>(parts[4]);
+    const std::optional<std::int32_t> x = wholeNumber<std::int32_t>(parts[3]);
+    const std::optional<std::int32_t> y = wholeNumber<std::int32_t>(parts[4]);
     if (!id || !flag(parts[1]) || !flag(parts[2]) || !x || !y) {
         error = "contact " + quoted(text) + " is not a contact" + allowed +
                 ", an id from 0 to 4294967295, tip and confidence 0 or 1, whole numbers for the rest";
@@ -89,7 +79,7 @@ bool contact(std::string_view text, rawkit::ContactReport& contact, std::string&
         if (parts[5 + i] == "-") {
             continue;
         }
-        *optionals[i] = whole<std::int32_t>(parts[5 + i]);
+        *optionals[i] = wholeNumber<std::int32_t>(parts[5 + i]);
         if (!*optionals[i]) {
             error = "contact " + quoted(text) + " has " + quoted(parts[5 + i]) + " where a whole number or - goes" +
                     allowed;

@@ -5,6 +5,7 @@
 #include <limits>
 #include <utility>
 
+#include "WholeNumber.h"
 #include "padkit/FrameLine.h"
 #include "padkit/SessionError.h"
 
@@ -74,18 +75,6 @@ std::vector<std::string_view> fields(std::string_view text)
         }
     }
     return result;
-}
-
-template <typename Int>
-std::optional<Int> wholeNumber(std::string_view text)
-{
-    Int value{};
-    // from_chars takes no '+'; a leading '-' only for signed types, as wanted.
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (text.empty() || error != std::errc() || end != text.data() + text.size()) {
-        return std::nullopt;
-    }
-    return value;
 }
 
 bool isPacketLine(std::string_view line)
