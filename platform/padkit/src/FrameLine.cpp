@@ -24,7 +24,8 @@ std::optional<std::int64_t> timeUs(std::string_view text)
 {
     const std::size_t dot = text.find('.');
     const std::optional<std::int64_t> ms = wholeNumber<std::int64_t>(text.substr(0, dot));
-    if (!ms || *ms < 0 || text.front() == '-') {
+    // Above the largest time the product would overflow before the bound is checked.
+    if (!ms || *ms < 0 || *ms > kMaxTimeUs / 1000 || text.front() == '-') {
         return std::nullopt;
     }
     std::int64_t fraction = 0;
