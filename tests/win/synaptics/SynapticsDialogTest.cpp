@@ -79,7 +79,10 @@ TEST_P(DialogTexts, ByDeviceTypeAndButtonDisplay)
                       for (const int id : {IDC_SYN_ROW4_LABEL, IDC_SYN_ROW5_LABEL, IDC_SYN_ROW4_VALUE, IDC_SYN_ROW5_VALUE}) {
                           EXPECT_EQ(itemVisible(dialog, id), !c.excluded) << id;
                       }
-                      EXPECT_TRUE(itemVisible(dialog, IDC_SYN_ROW3_LABEL));
+                      // A stick's row 3 is its left button's.
+                      for (const int id : {IDC_SYN_ROW3_LABEL, IDC_SYN_ROW3_VALUE}) {
+                          EXPECT_EQ(itemVisible(dialog, id), !(c.trackpoint && c.excluded)) << id;
+                      }
                       EXPECT_EQ(itemText(dialog, IDC_SYN_INSTRUCTIONS),
                                 c.body + L"\r\n\r\n" + kPassDescription + L"\r\n" + kFailDescription);
                       EXPECT_EQ(itemText(dialog, IDCANCEL), L"Close");

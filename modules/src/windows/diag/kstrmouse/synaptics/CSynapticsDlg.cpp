@@ -193,6 +193,10 @@ void CSynapticsDlg::setTexts()
             body = textOf(TrackpointInstructions).append("  ").append(textOf(SynButtonInstructions));
         } else {
             showButtonRows(false);
+            // Row 3 is the left button's too: a stick without its buttons shows no row of them.
+            for (const int nID : {IDC_SYN_ROW3_LABEL, IDC_SYN_ROW3_VALUE}) {
+                GetDlgItem(nID)->ShowWindow(SW_HIDE);
+            }
             body = textOf(TrackpointInstructions);
         }
     }
