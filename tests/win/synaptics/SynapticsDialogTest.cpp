@@ -173,6 +173,10 @@ TEST_P(PassPolicy, ReleasesPassByPolicyAndCompletion)
         options.insert(options.end(), {"--param", c.policy});
     }
     if (c.excluded) {
+        // TouchpadTest takes the list from TrackPointTest running first (and finding no stick).
+        if (!trackpoint) {
+            options.insert(options.begin(), {"--test", "TrackPointTest"});
+        }
         options.insert(options.end(), {"--param", std::string("ExcludedThreeButtonDisplayByPnPID=") + kPnPId});
     }
     const Outcome outcome = runHost(options, {waitForText(IDC_SYN_X_VALUE, c.lastX), [&c](HWND dialog) {
@@ -194,6 +198,8 @@ INSTANTIATE_TEST_SUITE_P(
                    "bDisablePassUntilStarted=true", false, true, L"2500"},
         PolicyCase{"UntilFinishedWithoutRight", "TouchpadTest", &kTouchpadLeftOnly, false,
                    "bDisablePassUntilFinished=true", false, false, L"2500"},
+        PolicyCase{"UntilFinishedFingerButtonsHidden", "TouchpadTest", &kTouchpadFingerOnly, true,
+                   "bDisablePassUntilFinished=true", false, true, L"2500"},
         PolicyCase{"UntilFinishedMiddleOnly", "TouchpadTest", &kTouchpadMiddle, false,
                    "bDisablePassUntilFinished=true", false, true, L"500"},
         PolicyCase{"TrackpointStickWithoutButtons", "TrackPointTest", &kTrackpointStickOnly, false,

@@ -76,7 +76,7 @@ CSynapticsDlg::CSynapticsDlg(long synHandle, bool bThreeButtonDisplay)
         KSX_LOG(s_log, kLogger, PRIORITY_WARNING, kLineUnknownDevice, "Synaptics dialog found an unknown device.");
         break;
     case SynDeviceTouchPad: {
-        auto control = std::make_unique<CSynapticsTouchPadCtrl>(synHandle);
+        auto control = std::make_unique<CSynapticsTouchPadCtrl>(synHandle, m_bThreeButtonDisplay);
         m_pSynCtrl = control.get();
         m_pSynCtrlWnd = std::move(control);
         m_hIcon = ::LoadIconW(AfxGetResourceHandle(), MAKEINTRESOURCEW(IDI_TOUCHPAD));

@@ -24,8 +24,9 @@ BEGIN_MESSAGE_MAP(CSynapticsTouchPadCtrl, CWnd)
     ON_WM_PAINT()
 END_MESSAGE_MAP()
 
-CSynapticsTouchPadCtrl::CSynapticsTouchPadCtrl(long synHandle)
+CSynapticsTouchPadCtrl::CSynapticsTouchPadCtrl(long synHandle, bool bButtonsShown)
     : SynapticsDevice(synHandle),
+      m_model(bButtonsShown),
       m_reticle(loadImage(L"Resources\\kstrmouse\\touchpad_reticle.png")),
       m_pad(loadImage(L"Resources\\kstrmouse\\touchpad_pad.png")),
       m_left(loadImage(L"Resources\\kstrmouse\\touchpad_button_left.png")),
@@ -100,10 +101,12 @@ void CSynapticsTouchPadCtrl::OnPaint()
         const COLORREF face = ::GetSysColor(COLOR_3DFACE);
         Gdiplus::Graphics(base.bitmap()).Clear(Gdiplus::Color(255, GetRValue(face), GetGValue(face), GetBValue(face)));
         m_scaled.draw(base.dc(), m_pad.get(), 0, 0, TouchPadModel::kPadWidth, TouchPadModel::kPadHeight);
-        m_scaled.draw(base.dc(), left ? m_leftPressed.get() : m_left.get(), 0, TouchPadModel::kButtonsTop,
-                      TouchPadModel::kButtonWidth, TouchPadModel::kButtonHeight);
-        m_scaled.draw(base.dc(), right ? m_rightPressed.get() : m_right.get(), TouchPadModel::kRightButtonLeft,
-                      TouchPadModel::kButtonsTop, TouchPadModel::kButtonWidth, TouchPadModel::kButtonHeight);
+        if (m_model.buttonsShown()) {
+            m_scaled.draw(base.dc(), left ? m_leftPressed.get() : m_left.get(), 0, TouchPadModel::kButtonsTop,
+                          TouchPadModel::kButtonWidth, TouchPadModel::kButtonHeight);
+            m_scaled.draw(base.dc(), right ? m_rightPressed.get() : m_right.get(), TouchPadModel::kRightButtonLeft,
+                          TouchPadModel::kButtonsTop, TouchPadModel::kButtonWidth, TouchPadModel::kButtonHeight);
+        }
     }
     const HDC picture = m_surface.dc();
     base.copyTo(picture, 0, 0);

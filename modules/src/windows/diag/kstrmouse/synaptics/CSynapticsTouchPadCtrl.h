@@ -13,8 +13,9 @@
 
 class CSynapticsTouchPadCtrl : public CWnd, public SynapticsDevice, public ISynapticsControl {
 public:
-    // Loads the pictures; the device starts when the window is created.
-    explicit CSynapticsTouchPadCtrl(long synHandle);
+    // Loads the pictures; the device starts when the window is created. Buttons not shown are
+    // neither drawn nor demanded.
+    CSynapticsTouchPadCtrl(long synHandle, bool bButtonsShown);
     ~CSynapticsTouchPadCtrl() override;
 
     // Called by the device wrapper for every packet, on the window's thread.
@@ -45,7 +46,6 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-
     TouchPadModel m_model;
     std::unique_ptr<Gdiplus::Image> m_reticle;
     std::unique_ptr<Gdiplus::Image> m_pad;
