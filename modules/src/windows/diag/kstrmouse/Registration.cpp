@@ -314,6 +314,9 @@ namespace {
 [[maybe_unused]] harn5::Test* const mouseTestWithSideButtons = tests::MouseTest->addParameter(params::bRequireSideButtons);
 }
 
+// 16. The touch tests' removed device, after everything above.
+harn5::Event* const events::TOUCH_DEVICE_REMOVED = event("TOUCH_DEVICE_REMOVED", "error", "CSynapticsDlg", 380);
+
 }  // namespace kstrmouse
 
 // The application object comes after every registration: initialisers of one translation unit run

@@ -32,6 +32,8 @@ extern harn5::Event* const POINTER_DRIFT_WHILE_IDLE;
 extern harn5::Event* const POINTER_JUMP;
 extern harn5::Event* const REPORT_RATE_BELOW_MINIMUM;
 extern harn5::Event* const POINTER_QUALITY_TEST_FAILED;
+// The device under a touch test went away (not a technician's Fail).
+extern harn5::Event* const TOUCH_DEVICE_REMOVED;
 }  // namespace events
 
 namespace texts {
