@@ -268,35 +268,28 @@ TEST(ClickTestSkip, RequiredMiddleButtonOffersNoSkip)
     }
 }
 
-TEST(ClickTestEnd, CancelPathsAbortAndTheDefaultCommandKeepsTheVerdict)
+TEST(ClickTestEnd, CancelPathsAbortWithoutEvents)
 {
     struct Case {
         const char* name;
         bool firstStepDone;
         Action end;
-        TestResult verdict;
     };
     const std::vector<Case> cases = {
-        {"Cancel button", false, [](const Dialog& d) { d.Click(IDCANCEL); }, TestResult::USERABORTED()},
+        {"Cancel button", false, [](const Dialog& d) { d.Click(IDCANCEL); }},
         // The key as the modal loop hands it over.
         {"Escape", true,
          [](const Dialog& d) {
              MSG key{d.hwnd(), WM_KEYDOWN, VK_ESCAPE, 0, 0, {}};
              ::IsDialogMessageW(d.hwnd(), &key);
-         },
-         TestResult::USERABORTED()},
-        {"close request", true, [](const Dialog& d) { d.Send(WM_SYSCOMMAND, SC_CLOSE); }, TestResult::USERABORTED()},
+         }},
+        {"close request", true, [](const Dialog& d) { d.Send(WM_SYSCOMMAND, SC_CLOSE); }},
         // The picture lies in the top strip: its release is taken by the move detection.
         {"close picture", false,
          [](const Dialog& d) {
              ::PostMessageW(d.hwnd(), WM_LBUTTONUP, 0, At(d, IDC_CT_CLOSE));
              d.Send(WM_LBUTTONDOWN, MK_LBUTTON, At(d, IDC_CT_CLOSE));
-         },
-         TestResult::USERABORTED()},
-        {"default command before any step", false, [](const Dialog& d) { d.Send(WM_COMMAND, IDOK); },
-         TestResult::CANNOTRUN()},
-        {"default command after a step", true, [](const Dialog& d) { d.Send(WM_COMMAND, IDOK); },
-         TestResult::PASS()},
+         }},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
@@ -311,8 +304,41 @@ TEST(ClickTestEnd, CancelPathsAbortAndTheDefaultCommandKeepsTheVerdict)
         EXPECT_TRUE(closed);
         EXPECT_TRUE(run.events.empty());
         ASSERT_TRUE(run.verdict.has_value());
-        EXPECT_EQ(*run.verdict, c.verdict);
+        EXPECT_EQ(*run.verdict, TestResult::USERABORTED());
     }
+}
+
+TEST(ClickTestEnd, EnterAndTheOkCommandEndNothingAndOnlyTheLastStepPasses)
+{
+    const PauseRecorder pauses;
+    const harn5::RunRecord run = RunClickTest(Layout(false), [](Dialog& d) {
+        d.Send(WM_COMMAND, IDOK);
+        LeftClick(d);
+        // The dialog holds the focus after a step in a real run: Enter there is the dialog
+        // manager's IDOK.
+        ::SetFocus(d.hwnd());
+        MSG enter{d.hwnd(), WM_KEYDOWN, VK_RETURN, 0, 0, {}};
+        ::IsDialogMessageW(d.hwnd(), &enter);
+        d.Send(WM_COMMAND, IDOK);
+        EXPECT_FALSE(mousetest::PumpUntil([&d] { return !::IsWindowVisible(d.hwnd()); }, 300));
+        EXPECT_EQ(StepText(), "Step 2 of 7");
+        for (const int index : {2, 3, 6, 7, 8}) {
+            StepAction(index)(d);
+            d.Send(WM_COMMAND, IDOK);
+            EXPECT_TRUE(::IsWindowVisible(d.hwnd())) << "after step " << index;
+        }
+        StepAction(9)(d);
+    });
+    EXPECT_TRUE(run.events.empty());
+    ASSERT_TRUE(run.verdict.has_value());
+    EXPECT_EQ(*run.verdict, TestResult::PASS());
+    // Closed from outside before its last step, it never passes.
+    const harn5::RunRecord stopped = RunClickTest(Layout(false), [](Dialog& d) {
+        LeftClick(d);
+        ::EndDialog(d.hwnd(), IDOK);
+    });
+    ASSERT_TRUE(stopped.verdict.has_value());
+    EXPECT_EQ(*stopped.verdict, TestResult::CANNOTRUN());
 }
 
 // Walks a default-layout run to the drag step.
@@ -355,17 +381,40 @@ TEST(ClickTestDrag, OnlyADropOnTheDropAreaCompletesTheStep)
     EXPECT_EQ(pauses.pauses().back(), "Step 5 of 7 1000");
 }
 
-TEST(ClickTestDrag, ReleaseOverTheClosePictureCancelsEvenMidDrag)
+TEST(ClickTestDrag, EveryEndDuringADragEndsTheDragCleanly)
 {
-    const harn5::RunRecord run = RunClickTest(Layout(false), [](Dialog& d) {
-        const PauseRecorder pauses;
-        ToDragStep(d);
-        PressAndDragFrom(d, At(d, IDC_CT_DRAG_ITEM));
-        d.Send(WM_LBUTTONUP, 0, At(d, IDC_CT_CLOSE));
-        EXPECT_EQ(::GetCapture(), nullptr);
-    });
-    ASSERT_TRUE(run.verdict.has_value());
-    EXPECT_EQ(*run.verdict, TestResult::USERABORTED());
+    struct Case {
+        const char* name;
+        Action end;
+        TestResult verdict;
+    };
+    const std::vector<Case> cases = {
+        {"release over the close picture", [](const Dialog& d) { d.Send(WM_LBUTTONUP, 0, At(d, IDC_CT_CLOSE)); },
+         TestResult::USERABORTED()},
+        {"Cancel", [](const Dialog& d) { d.Click(IDCANCEL); }, TestResult::USERABORTED()},
+        // The key as the modal loop hands it over.
+        {"Escape",
+         [](const Dialog& d) {
+             MSG key{d.hwnd(), WM_KEYDOWN, VK_ESCAPE, 0, 0, {}};
+             ::IsDialogMessageW(d.hwnd(), &key);
+         },
+         TestResult::USERABORTED()},
+        {"Fail", [](const Dialog& d) { d.Click(IDC_CT_FAIL); }, TestResult::FAIL()},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const harn5::RunRecord run = RunClickTest(Layout(false), [&c](Dialog& d) {
+            const PauseRecorder pauses;
+            ToDragStep(d);
+            PressAndDragFrom(d, At(d, IDC_CT_DRAG_ITEM));
+            ASSERT_NE(::ImageList_GetDragImage(nullptr, nullptr), nullptr) << "a drag under way";
+            c.end(d);
+            EXPECT_EQ(::GetCapture(), nullptr);
+            EXPECT_EQ(::ImageList_GetDragImage(nullptr, nullptr), nullptr) << "no drag image left";
+        });
+        ASSERT_TRUE(run.verdict.has_value());
+        EXPECT_EQ(*run.verdict, c.verdict);
+    }
 }
 
 TEST(ClickTestDrag, PointerPositionShowsOnlyOnceThePointerMoves)

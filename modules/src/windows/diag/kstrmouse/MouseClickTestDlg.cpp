@@ -3,9 +3,7 @@
 #include <objidl.h>
 #include <gdiplus.h>
 #include <uxtheme.h>
-#include <windowsx.h>
 
-#include <algorithm>
 #include <string>
 
 #include "KstrMouse.h"
@@ -62,11 +60,6 @@ constexpr int kLineSetDragImages = 1112;
 constexpr int kLineSetTestInstruction = 1126;
 constexpr int kLineEnabledScrollingImages = 1150;
 
-constexpr int kStepCount = 9;
-constexpr int kDefaultStepCount = 7;
-constexpr int kFirstStepAfterSideButtons = 6;
-constexpr DWORD kStepPauseMs = 1000;
-
 constexpr UINT_PTR kPositionTimer = 1010;
 constexpr UINT kPositionPeriodMs = 200;
 
@@ -74,18 +67,10 @@ constexpr UINT kPositionPeriodMs = 200;
 constexpr unsigned kTopStripHeight = 50;
 constexpr WPARAM kMoveByCaption = SC_MOVE | HTCAPTION;
 
-constexpr int kDragImageWidth = 50;
-constexpr COLORREF kDragImageMask = RGB(0xFF, 0x00, 0xFF);
-constexpr POINT kDragHotSpot = {20, 20};
-
 constexpr COLORREF kBackground = RGB(0xFF, 0xFF, 0xFF);
 constexpr COLORREF kWheelBarBackground = 0xF5F5F5;
 constexpr COLORREF kWheelBarColor = 0xFFBB72;
 constexpr COLORREF kWheelBarFullColor = 0x00BF00;
-constexpr int kWheelUpFullColourAt = 90;
-constexpr int kWheelUpDoneAt = 100;
-constexpr int kWheelDownFullColourAt = 10;
-constexpr int kWheelDownDoneAt = 2;
 
 // The step table: instruction and the event the Fail button raises at that step.
 struct Step {
@@ -93,7 +78,7 @@ struct Step {
     harn5::Event* const* failEvent;
     int failNumber;
 };
-const Step kSteps[kStepCount] = {
+const Step kSteps[ClickTestSteps::kSteps] = {
     {&texts::MOUSE_LEFT_CLICK_TEST_INSTRUCTION, &events::LEFT_MOUSE_CLICK_NOT_RECEIVED, 800},
     {&texts::MOUSE_RIGHT_CLICK_TEST_INSTRUCTION, &events::RIGHT_MOUSE_CLICK_NOT_RECEIVED, 802},
     {&texts::MOUSE_MIDDLE_CLICK_TEST_INSTRUCTION, &events::SCROLL_WHEEL_MOUSE_CLICK_NOT_RECEIVED, 804},
@@ -170,6 +155,7 @@ LPCTSTR Text(const harn5::HarnString& text)
 
 BEGIN_MESSAGE_MAP(CMouseClickTestDlg, CDialog)
     ON_WM_PAINT()
+    ON_WM_DESTROY()
     ON_WM_QUERYDRAGICON()
     ON_WM_LBUTTONDOWN()
     ON_WM_LBUTTONUP()
@@ -194,14 +180,8 @@ END_MESSAGE_MAP()
 
 CMouseClickTestDlg::CMouseClickTestDlg(CWnd* pParent, bool isGamingMouse)
     : CDialog(IDD_MOUSE_CLICK_TEST, pParent),
-      m_testIndex(1),
-      m_isGamingMouse(isGamingMouse),
-      m_isMiddleButtonRequired(false),
-      m_result(TestResult::CANNOTRUN()),
+      m_steps(isGamingMouse),
       m_isMovingWindow(false),
-      m_isDragging(false),
-      m_isDropped(false),
-      m_isMiddleButtonSkipped(false),
       m_positionTimerId(0),
       m_lastCursorPos{0, 0},
       m_wheelBarColor(kWheelBarColor),
@@ -239,7 +219,7 @@ TestResult CMouseClickTestDlg::runTest()
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::runTest()", kSourceFile, kLineRunTest);
     DoModal();
-    return m_result;
+    return m_steps.verdict();
 }
 
 void CMouseClickTestDlg::DoDataExchange(CDataExchange* pDX)
@@ -271,13 +251,13 @@ BOOL CMouseClickTestDlg::OnInitDialog()
     SetIcon(m_icon, FALSE);
     setPicture(IDC_CT_CLOSE, true);
     m_renderer = std::make_shared<CMouseStringRenderer>(*this);
-    if (m_isGamingMouse) {
+    if (m_steps.gaming()) {
         setGamingMouseImages();
     } else {
         setDefaultMouseImages();
     }
     hideMouseImages();
-    setTestIndex(1);
+    setTestIndex();
     showTestStep();
     m_backgroundBrush.CreateSolidBrush(kBackground);
     setLocalizedString(this, IDC_CT_SKIP, texts::BUTTON_SKIP);
@@ -294,25 +274,22 @@ BOOL CMouseClickTestDlg::OnInitDialog()
     return TRUE;
 }
 
-void CMouseClickTestDlg::setTestIndex(int index)
+void CMouseClickTestDlg::setTestIndex()
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::setTestIndex()", kSourceFile, kLineSetTestIndex);
     CWnd* pMain = AfxGetMainWnd();
     enableControl(pMain, IDCANCEL);
     enableControl(pMain, IDC_CT_FAIL);
-    m_testIndex = index;
-    // Without side buttons the steps after them are numbered two lower.
-    const int end = m_isGamingMouse ? kStepCount : kDefaultStepCount;
-    const int start = m_isGamingMouse || index < kFirstStepAfterSideButtons ? index : index - 2;
-    texts::MOUSE_INTERACTIVE_TEST_INDEX->setVariable("start", harn5::Value(harn5::HarnString(std::to_string(start))))
-        ->setVariable("end", harn5::Value(harn5::HarnString(std::to_string(end))));
+    texts::MOUSE_INTERACTIVE_TEST_INDEX
+        ->setVariable("start", harn5::Value(harn5::HarnString(std::to_string(m_steps.shownNumber()))))
+        ->setVariable("end", harn5::Value(harn5::HarnString(std::to_string(m_steps.shownCount()))));
     Invalidate(TRUE);
 }
 
 void CMouseClickTestDlg::showTestStep()
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::setDefaultMouseImages()", kSourceFile, kLineShowTestStep);
-    switch (m_testIndex) {
+    switch (m_steps.index()) {
     case 1:
         s_currentInstruction = texts::MOUSE_LEFT_CLICK_TEST_INSTRUCTION;
         showMousePicture(IDC_CT_MOUSE_START);
@@ -322,9 +299,9 @@ void CMouseClickTestDlg::showTestStep()
         showMousePicture(IDC_CT_LEFT_SUCCESS);
         break;
     case 3:
-        s_currentInstruction = m_isMiddleButtonRequired ? texts::MOUSE_MIDDLE_CLICK_TEST_INSTRUCTION_TESTING_REQUIRED
+        s_currentInstruction = m_steps.middleRequired() ? texts::MOUSE_MIDDLE_CLICK_TEST_INSTRUCTION_TESTING_REQUIRED
                                                         : texts::MOUSE_MIDDLE_CLICK_TEST_INSTRUCTION;
-        if (!m_isMiddleButtonRequired) {
+        if (m_steps.offersSkip()) {
             CWnd* skip = GetDlgItem(IDC_CT_SKIP);
             if (!skip->IsWindowVisible()) {
                 skip->ShowWindow(SW_SHOWNORMAL);
@@ -338,7 +315,7 @@ void CMouseClickTestDlg::showTestStep()
     case 4:
         s_currentInstruction = texts::MOUSE_SIDE_BUTTON_1_TEST_INSTRUCTION;
         hideMouseImages();
-        if (m_isMiddleButtonSkipped) {
+        if (m_steps.middleSkipped()) {
             showMousePicture(IDC_CT_MIDDLE_SKIPPED);
         } else {
             setPicture(IDC_CT_MIDDLE_SUCCESS, true);
@@ -348,7 +325,7 @@ void CMouseClickTestDlg::showTestStep()
     case 5:
         s_currentInstruction = texts::MOUSE_SIDE_BUTTON_2_TEST_INSTRUCTION;
         hideMouseImages();
-        showMousePicture(m_isMiddleButtonSkipped ? IDC_CT_SIDE1_SUCCESS_SKIPPED : IDC_CT_SIDE1_SUCCESS);
+        showMousePicture(m_steps.middleSkipped() ? IDC_CT_SIDE1_SUCCESS_SKIPPED : IDC_CT_SIDE1_SUCCESS);
         break;
     case 6:
         s_currentInstruction = texts::MOUSE_DOUBLE_CLICK_TEST_INSTRUCTION;
@@ -370,38 +347,37 @@ void CMouseClickTestDlg::showTestStep()
     }
 }
 
-void CMouseClickTestDlg::passStep()
+void CMouseClickTestDlg::completeStep()
 {
-    m_result = TestResult::PASS();
+    const int done = m_steps.index();
+    const ClickTestSteps::Completion completion = m_steps.complete();
+    // Out of reach while the success picture shows.
     CWnd* pMain = AfxGetMainWnd();
     disableControl(pMain, IDCANCEL);
     disableControl(pMain, IDC_CT_FAIL);
+    hidePictureIfVisible(IDC_CT_SKIP);
     // A disabled button loses the focus to nobody; the dialog keeps it, so that Escape works.
     if (CWnd::GetFocus() == nullptr) {
         SetFocus();
     }
-}
-
-void CMouseClickTestDlg::completeMiddleStep()
-{
-    passStep();
-    if (m_isGamingMouse) {
-        if (m_isMiddleButtonSkipped) {
-            showMousePicture(0);
-        } else {
-            showMousePicture(IDC_CT_MIDDLE_SUCCESS);
-        }
+    if (completion.mouseArea) {
+        showMousePicture(completion.shows);
     } else {
-        const int success = m_isMiddleButtonSkipped ? IDC_CT_MIDDLE_SKIPPED : IDC_CT_MIDDLE_SUCCESS;
-        showMousePicture(success);
-        drawNow(success);
-        stepPause();
-        if (!m_isMiddleButtonSkipped) {
-            showPicture(IDC_CT_MIDDLE_SUCCESS, SW_HIDE);
-        }
+        showPicture(completion.hides, SW_HIDE);
+        showPicture(completion.shows, SW_SHOW);
     }
-    showPicture(IDC_CT_SKIP, SW_HIDE);
-    setTestIndex(m_isGamingMouse ? 4 : kFirstStepAfterSideButtons);
+    drawNow(completion.shows);
+    if (completion.pauseMs != 0) {
+        stepPause(completion.pauseMs);
+    }
+    if (completion.ends) {
+        CDialog::OnOK();
+        return;
+    }
+    setTestIndex();
+    if (done == 2) {
+        m_steps.setMiddleRequired(kstrmouse::params::RequireScrollWheelButton->value().valueBool());
+    }
     showTestStep();
 }
 
@@ -451,14 +427,14 @@ void CMouseClickTestDlg::drawNow(int controlId)
     }
 }
 
-void CMouseClickTestDlg::stepPause()
+void CMouseClickTestDlg::stepPause(unsigned ms)
 {
     // What was just drawn reaches the screen first: Wine hands a window's pixels to the display
     // only when its thread looks at its queue. Nothing is taken from the queue here.
     MSG pending;
     ::PeekMessageW(&pending, nullptr, 0, 0, PM_NOREMOVE);
     // Deliberately blocking: the success picture stays while input waits for the next step.
-    ::Sleep(kStepPauseMs);
+    ::Sleep(ms);
 }
 
 CMouseClickTestDlg::Picture* CMouseClickTestDlg::pictureFor(int controlId)
@@ -527,7 +503,7 @@ void CMouseClickTestDlg::setTestInstruction()
     }
     enabledScrollingImages(IDC_CT_WHEEL_BAR, true);
     setPicture(IDC_CT_WHEEL_SUCCESS, false);
-    if (m_testIndex == 8) {
+    if (m_steps.index() == 8) {
         s_currentInstruction = texts::MOUSE_WHEEL_UP_TEST_INSTRUCTION;
         showPicture(IDC_CT_DROP_SUCCESS, SW_HIDE);
         setPicture(IDC_CT_WHEEL_UP, true);
@@ -562,7 +538,7 @@ void CMouseClickTestDlg::enabledScrollingImages(int controlId, bool show)
 void CMouseClickTestDlg::setUpDragStep()
 {
     setLocalizedString(this, IDC_CT_POSITION_LABEL, texts::MOUSE_POINTER_POSITION);
-    if (!m_dragImageList.Create(IDB_DRAG_FEEDBACK, kDragImageWidth, 1, kDragImageMask)) {
+    if (!m_drag.loadImage(IDB_DRAG_FEEDBACK)) {
         KSX_LOG(s_log, kLogger, ksx::LoggerPriority::PRIORITY_TRACE, kLineDragImageFailed,
                 "Unable to add the drag image to the image list");
     }
@@ -638,64 +614,26 @@ bool CMouseClickTestDlg::isInDropArea(CPoint point)
     return isControlClicked(IDC_CT_DROP_AREA, point);
 }
 
-bool CMouseClickTestDlg::dragDetected(CPoint point)
-{
-    // The system's DragDetect compares screen coordinates on Windows and client coordinates on
-    // Wine; this loop does the same job in client coordinates on both. Like DragDetect it ends
-    // at the release (which it consumes), at Escape, or when the pointer leaves the rectangle.
-    const int halfWidth = std::max(1, ::GetSystemMetrics(SM_CXDRAG) / 2);
-    const int halfHeight = std::max(1, ::GetSystemMetrics(SM_CYDRAG) / 2);
-    const RECT still{point.x - halfWidth, point.y - halfHeight, point.x + halfWidth + 1, point.y + halfHeight + 1};
-    SetCapture();
-    for (;;) {
-        MSG msg;
-        while (::PeekMessageW(&msg, nullptr, WM_MOUSEFIRST, WM_MOUSELAST, PM_REMOVE) ||
-               ::PeekMessageW(&msg, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE)) {
-            if (msg.message == WM_LBUTTONUP || (msg.message == WM_KEYDOWN && msg.wParam == VK_ESCAPE)) {
-                ::ReleaseCapture();
-                return false;
-            }
-            if (msg.message == WM_MOUSEMOVE) {
-                const POINT moved{GET_X_LPARAM(msg.lParam), GET_Y_LPARAM(msg.lParam)};
-                if (!::PtInRect(&still, moved)) {
-                    ::ReleaseCapture();
-                    return true;
-                }
-            }
-        }
-        if (::GetCapture() != m_hWnd) {
-            return false;
-        }
-        ::MsgWaitForMultipleObjects(0, nullptr, FALSE, INFINITE, QS_INPUT | QS_POSTMESSAGE);
-    }
-}
-
 void CMouseClickTestDlg::OnLButtonDown(UINT nFlags, CPoint point)
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnLButtonDown()", kSourceFile, kLineOnLButtonDown);
-    if (m_testIndex == 1) {
-        SetCapture();
-        showMousePicture(IDC_CT_LEFT_PRESSED);
-    }
-    if (m_testIndex == 7 && !m_isDragging && !m_isDropped) {
+    pressStepButton(ClickTestSteps::Button::Left);
+    if (m_steps.index() == 7 && !m_drag.dragging()) {
         // The press is decided here, one way or the other: the top strip does not get it too.
-        if (!dragDetected(point)) {
+        if (!DragTracker::detect(*this, point)) {
             // The release went into the drag detection.
             OnLButtonUp(nFlags, point);
         } else if (isDragSourceClicked(point)) {
-            m_isDragging = true;
             m_isMovingWindow = false;
             showPicture(IDC_CT_DRAG_ITEM, SW_HIDE);
-            m_dragImageList.BeginDrag(0, CPoint(kDragHotSpot.x, kDragHotSpot.y));
-            CImageList::DragEnter(this, toWindowPoint(point));
-            SetCapture();
+            m_drag.begin(*this, point);
         }
         return;
     }
     RECT window{};
     GetWindowRect(&window);
     if (static_cast<unsigned>(point.y) < kTopStripHeight && point.x < window.right - window.left) {
-        if (dragDetected(point)) {
+        if (DragTracker::detect(*this, point)) {
             m_isMovingWindow = true;
             // Returns once the user lets go of the button.
             SendMessage(WM_SYSCOMMAND, kMoveByCaption, 0);
@@ -706,15 +644,6 @@ void CMouseClickTestDlg::OnLButtonDown(UINT nFlags, CPoint point)
     }
 }
 
-CPoint CMouseClickTestDlg::toWindowPoint(CPoint point) const
-{
-    // The drag image works relative to the window rectangle, border included.
-    RECT window{};
-    GetWindowRect(&window);
-    ClientToScreen(&point);
-    return CPoint(point.x - window.left, point.y - window.top);
-}
-
 void CMouseClickTestDlg::OnLButtonUp(UINT /*nFlags*/, CPoint point)
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnLButtonUp()", kSourceFile, kLineOnLButtonUp);
@@ -723,142 +652,86 @@ void CMouseClickTestDlg::OnLButtonUp(UINT /*nFlags*/, CPoint point)
         return;
     }
     m_isMovingWindow = false;
-    if (m_testIndex == 1) {
-        ::ReleaseCapture();
-        passStep();
-        showMousePicture(IDC_CT_LEFT_SUCCESS);
-        drawNow(IDC_CT_LEFT_SUCCESS);
-        setTestIndex(2);
-        showTestStep();
-    } else if (m_testIndex == 7 && m_isDragging) {
+    if (m_steps.isStepButton(ClickTestSteps::Button::Left)) {
+        releaseStepButton(ClickTestSteps::Button::Left);
+    } else if (m_steps.index() == 7 && m_drag.dragging()) {
         if (!isInDropArea(point)) {
             abandonDrag();
             return;
         }
-        passStep();
         KillTimer(m_positionTimerId);
-        ::ReleaseCapture();
-        m_isDragging = false;
-        m_isDropped = true;
-        showPicture(IDC_CT_DROP_AREA, SW_HIDE);
-        showPicture(IDC_CT_DROP_SUCCESS, SW_SHOW);
-        endDragImage();
-        drawNow(IDC_CT_DROP_SUCCESS);
-        stepPause();
-        if (m_isMiddleButtonSkipped) {
-            CDialog::OnOK();
-        } else {
-            setTestIndex(8);
-            showTestStep();
-        }
+        m_drag.end();
+        completeStep();
     }
-}
-
-void CMouseClickTestDlg::endDragImage()
-{
-    CImageList::DragLeave(this);
-    CImageList::EndDrag();
 }
 
 void CMouseClickTestDlg::abandonDrag()
 {
-    m_isDragging = false;
-    ::ReleaseCapture();
+    m_drag.end();
     showPicture(IDC_CT_DRAG_ITEM, SW_SHOW);
-    endDragImage();
     drawNow(IDC_CT_DRAG_ITEM);
+}
+
+void CMouseClickTestDlg::pressStepButton(ClickTestSteps::Button button)
+{
+    if (m_steps.isStepButton(button)) {
+        SetCapture();
+        showMousePicture(m_steps.pressedPicture());
+    }
+}
+
+void CMouseClickTestDlg::releaseStepButton(ClickTestSteps::Button button)
+{
+    if (m_steps.isStepButton(button)) {
+        ::ReleaseCapture();
+        completeStep();
+    }
 }
 
 void CMouseClickTestDlg::OnRButtonDown(UINT /*nFlags*/, CPoint /*point*/)
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnRButtonDown()", kSourceFile, kLineOnRButtonDown);
-    if (m_testIndex == 2) {
-        SetCapture();
-        showMousePicture(IDC_CT_RIGHT_PRESSED);
-    }
+    pressStepButton(ClickTestSteps::Button::Right);
     Default();
 }
 
 void CMouseClickTestDlg::OnRButtonUp(UINT /*nFlags*/, CPoint /*point*/)
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnRButtonUp()", kSourceFile, kLineOnRButtonUp);
-    if (m_testIndex != 2) {
-        return;
-    }
-    ::ReleaseCapture();
-    passStep();
-    showMousePicture(IDC_CT_RIGHT_SUCCESS);
-    drawNow(IDC_CT_RIGHT_SUCCESS);
-    setTestIndex(3);
-    m_isMiddleButtonRequired = kstrmouse::params::RequireScrollWheelButton->value().valueBool();
-    showTestStep();
+    releaseStepButton(ClickTestSteps::Button::Right);
 }
 
 void CMouseClickTestDlg::OnMButtonDown(UINT /*nFlags*/, CPoint /*point*/)
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnMButtonDown()", kSourceFile, kLineOnMButtonDown);
-    if (m_testIndex == 3) {
-        SetCapture();
-        showMousePicture(IDC_CT_MIDDLE_PRESSED);
-    }
+    pressStepButton(ClickTestSteps::Button::Middle);
     Default();
 }
 
 void CMouseClickTestDlg::OnMButtonUp(UINT /*nFlags*/, CPoint /*point*/)
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnMButtonUp()", kSourceFile, kLineOnMButtonUp);
-    if (m_testIndex == 3) {
-        ::ReleaseCapture();
-        completeMiddleStep();
-    }
+    releaseStepButton(ClickTestSteps::Button::Middle);
     Default();
 }
 
 void CMouseClickTestDlg::OnXButtonDown(UINT /*nFlags*/, UINT nButton, CPoint /*point*/)
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnXButtonDown()", kSourceFile, kLineOnXButtonDown);
-    // Side button 1 is the second extended button, side button 2 the first.
-    if (m_testIndex == 4 && nButton == XBUTTON2) {
-        SetCapture();
-        showMousePicture(m_isMiddleButtonSkipped ? IDC_CT_SIDE1_PRESSED_SKIPPED : IDC_CT_SIDE1_PRESSED);
-    } else if (m_testIndex == 5 && nButton == XBUTTON1) {
-        SetCapture();
-        showMousePicture(m_isMiddleButtonSkipped ? IDC_CT_SIDE2_PRESSED_SKIPPED : IDC_CT_SIDE2_PRESSED);
-    }
+    pressStepButton(nButton == XBUTTON1 ? ClickTestSteps::Button::X1 : ClickTestSteps::Button::X2);
 }
 
 void CMouseClickTestDlg::OnXButtonUp(UINT /*nFlags*/, UINT nButton, CPoint /*point*/)
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnXButtonUp()", kSourceFile, kLineOnXButtonUp);
-    if (m_testIndex == 4 && nButton == XBUTTON2) {
-        ::ReleaseCapture();
-        passStep();
-        showMousePicture(m_isMiddleButtonSkipped ? IDC_CT_SIDE1_SUCCESS_SKIPPED : IDC_CT_SIDE1_SUCCESS);
-        setTestIndex(5);
-        showTestStep();
-    } else if (m_testIndex == 5 && nButton == XBUTTON1) {
-        ::ReleaseCapture();
-        passStep();
-        const int success = m_isMiddleButtonSkipped ? IDC_CT_SIDE2_SUCCESS_SKIPPED : IDC_CT_SIDE2_SUCCESS;
-        showMousePicture(success);
-        drawNow(success);
-        stepPause();
-        setTestIndex(kFirstStepAfterSideButtons);
-        showTestStep();
-    }
+    releaseStepButton(nButton == XBUTTON1 ? ClickTestSteps::Button::X1 : ClickTestSteps::Button::X2);
 }
 
 void CMouseClickTestDlg::OnLButtonDblClk(UINT /*nFlags*/, CPoint point)
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnLButtonDblClk()", kSourceFile, kLineOnLButtonDblClk);
-    if (m_testIndex == kFirstStepAfterSideButtons && isInsideDoubleClickArea(point)) {
-        passStep();
-        showPicture(IDC_CT_DOUBLE_CLICK_TARGET, SW_HIDE);
-        showPicture(IDC_CT_DOUBLE_CLICK_SUCCESS, SW_SHOW);
-        drawNow(IDC_CT_DOUBLE_CLICK_SUCCESS);
-        stepPause();
-        setTestIndex(7);
-        showTestStep();
+    if (m_steps.index() == 6 && isInsideDoubleClickArea(point)) {
+        completeStep();
     }
     Default();
 }
@@ -869,12 +742,12 @@ void CMouseClickTestDlg::OnMouseMove(UINT nFlags, CPoint point)
     if (m_isMovingWindow) {
         return;
     }
-    if (m_isDragging) {
+    if (m_drag.dragging()) {
         if ((nFlags & MK_LBUTTON) == 0) {
             // The release happened where this window could not see it.
             abandonDrag();
         } else {
-            CImageList::DragMove(toWindowPoint(point));
+            m_drag.follow(point);
         }
     }
     Default();
@@ -884,44 +757,32 @@ BOOL CMouseClickTestDlg::OnMouseWheel(UINT /*nFlags*/, short zDelta, CPoint /*pt
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnMouseWheel()", kSourceFile, kLineOnMouseWheel);
     // Every message is one notch, whatever its distance.
-    if (zDelta > 0 && m_testIndex == 8) {
+    if (zDelta > 0 && m_steps.index() == 8) {
         m_wheelBar.SendMessage(PBM_SETBARCOLOR, 0, m_wheelBarColor);
         m_wheelBar.StepUp();
-        const int position = static_cast<int>(m_wheelBar.SendMessage(PBM_GETPOS));
-        if (position >= kWheelUpFullColourAt) {
+        const auto notch = ClickTestSteps::wheelUp(static_cast<int>(m_wheelBar.SendMessage(PBM_GETPOS)));
+        if (notch.fullColour) {
             m_wheelBar.SendMessage(PBM_SETBARCOLOR, 0, m_wheelBarFullColor);
         }
-        if (position >= kWheelUpDoneAt) {
-            completeWheelStep();
-            setTestIndex(9);
-            showTestStep();
+        if (notch.done) {
+            completeStep();
         }
-    } else if (zDelta <= 0 && m_testIndex == 9) {
+    } else if (zDelta <= 0 && m_steps.index() == 9) {
         const int position = static_cast<int>(m_wheelBar.SendMessage(PBM_GETPOS));
         KSX_LOG(s_log, kLogger, ksx::LoggerPriority::PRIORITY_TRACE, kLineDownPosition,
                 "Down position: " + position);
         m_wheelBar.SendMessage(PBM_SETBARCOLOR, 0, m_wheelBarColor);
         m_wheelBar.StepDown();
         // Judged on the position before the notch.
-        if (position <= kWheelDownFullColourAt) {
+        const auto notch = ClickTestSteps::wheelDown(position);
+        if (notch.fullColour) {
             m_wheelBar.SendMessage(PBM_SETBARCOLOR, 0, m_wheelBarFullColor);
         }
-        if (position <= kWheelDownDoneAt) {
-            m_wheelBar.SendMessage(PBM_SETBARCOLOR, 0, m_wheelBarFullColor);
-            completeWheelStep();
-            CDialog::OnOK();
+        if (notch.done) {
+            completeStep();
         }
     }
     return static_cast<BOOL>(Default());
-}
-
-void CMouseClickTestDlg::completeWheelStep()
-{
-    passStep();
-    m_wheelBar.ShowWindow(SW_HIDE);
-    showPicture(IDC_CT_WHEEL_SUCCESS, SW_SHOW);
-    drawNow(IDC_CT_WHEEL_SUCCESS);
-    stepPause();
 }
 
 void CMouseClickTestDlg::OnMouseHWheel(UINT /*nFlags*/, short /*zDelta*/, CPoint /*pt*/)
@@ -951,22 +812,18 @@ void CMouseClickTestDlg::OnBnClickedButtonFail()
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnBnClickedButtonFail()", kSourceFile,
               kLineOnBnClickedButtonFail);
-    if (m_testIndex >= 1 && m_testIndex <= kStepCount) {
-        const Step& step = kSteps[m_testIndex - 1];
-        DiagModule::error(*step.failEvent, kSourceFile, step.failNumber);
-    }
-    m_result = TestResult::FAIL();
+    const Step& step = kSteps[m_steps.fail() - 1];
+    DiagModule::error(*step.failEvent, kSourceFile, step.failNumber);
+    m_drag.end();
     CDialog::OnOK();
 }
 
 void CMouseClickTestDlg::OnBnClickedCancel()
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnBnClickedCancel()", kSourceFile, kLineOnBnClickedCancel);
-    if (m_isDragging) {
-        // A drag ended by the close picture leaves no drag image behind.
-        abandonDrag();
-    }
-    m_result = TestResult::USERABORTED();
+    // A drag under way ends with the test, leaving no drag image and no capture behind.
+    m_drag.end();
+    m_steps.cancel();
     CDialog::OnCancel();
 }
 
@@ -974,12 +831,24 @@ void CMouseClickTestDlg::OnBnClickedButtonSkip()
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnBnClickedButtonSkip()", kSourceFile,
               kLineOnBnClickedButtonSkip);
-    m_isMiddleButtonSkipped = true;
-    DiagModule::informative(events::SCROLL_WHEEL_TESTING_SKIPPED, kSourceFile, kLineSkipEvent);
-    m_result = TestResult::SKIPPED();
-    if (m_testIndex == 3) {
-        completeMiddleStep();
+    // Only where it is offered: a required middle button cannot be skipped by a command.
+    if (!m_steps.skip()) {
+        return;
     }
+    DiagModule::informative(events::SCROLL_WHEEL_TESTING_SKIPPED, kSourceFile, kLineSkipEvent);
+    completeStep();
+}
+
+void CMouseClickTestDlg::OnOK()
+{
+    // No OK button, and Enter (or IDOK from anywhere) must not end the test before its last step.
+}
+
+void CMouseClickTestDlg::OnDestroy()
+{
+    // However the test ends, no drag image is left locking the window.
+    m_drag.end();
+    CDialog::OnDestroy();
 }
 
 void CMouseClickTestDlg::OnPaint()

@@ -2,13 +2,16 @@
 // The guided click test: one mouse action at a time (left, right and middle click, the two side
 // buttons on a gaming mouse, a double click, a drag and drop, the wheel up and down), each a
 // numbered step with its instruction and a large mouse picture that follows every press. The
-// user can fail the step on screen, skip an optional middle button, or cancel.
+// user can fail the step on screen, skip an optional middle button, or cancel. Which step comes
+// when, and the verdict, are ClickTestSteps'; the dialog keeps the windows.
 #include <afxcmn.h>
 #include <afxwin.h>
 
 #include <memory>
 #include <vector>
 
+#include "ClickTestSteps.h"
+#include "DragTracker.h"
 #include "MouseStringRenderer.h"
 #include "MouseWheelBar.h"
 #include "harn5/LocalizedString.h"
@@ -35,8 +38,11 @@ public:
 protected:
     void DoDataExchange(CDataExchange* pDX) override;
     BOOL OnInitDialog() override;
+    // Enter and IDOK end nothing: the test ends by its last step, Fail or Cancel.
+    void OnOK() override;
 
     afx_msg void OnPaint();
+    afx_msg void OnDestroy();
     afx_msg HCURSOR OnQueryDragIcon();
     afx_msg void OnLButtonDown(UINT nFlags, CPoint point);
     afx_msg void OnLButtonUp(UINT nFlags, CPoint point);
@@ -69,14 +75,15 @@ private:
 
     // The step number, instruction and hint lines that touch `area` (client coordinates).
     void drawTexts(HDC dc, const RECT& area);
-    void setTestIndex(int index);
+    // The step the machine is at: its number, and Cancel and Fail within reach again.
+    void setTestIndex();
     void showTestStep();
-    // The first half of every completed step: verdict PASS, Cancel and Fail out of reach.
-    void passStep();
-    void completeMiddleStep();
-    // The bar gives way to the success picture for the pause.
-    void completeWheelStep();
-    void endDragImage();
+    // A press or release of `button`: the step's own takes the capture and shows the pressed
+    // picture, or gives the capture back and completes the step.
+    void pressStepButton(ClickTestSteps::Button button);
+    void releaseStepButton(ClickTestSteps::Button button);
+    // The current step was done: success picture, pause, then the next step or the end.
+    void completeStep();
     void abandonDrag();
     // Puts the control's picture in (when it has one), repaints it and shows or hides it.
     void setPicture(int controlId, bool show);
@@ -95,7 +102,7 @@ private:
     void setUpDragStep();
     void setUpWheelUpStep();
     void setUpWheelDownStep();
-    void stepPause();
+    void stepPause(unsigned ms);
     Picture* pictureFor(int controlId);
 
     bool isControlClicked(int controlId, CPoint point);
@@ -103,22 +110,12 @@ private:
     bool isInsideDoubleClickArea(CPoint point);
     bool isDragSourceClicked(CPoint point);
     bool isInDropArea(CPoint point);
-    // Whether the user drags from `point` (client coordinates) before releasing the button.
-    bool dragDetected(CPoint point);
-    // A client point relative to the window rectangle, as the drag image wants it.
-    CPoint toWindowPoint(CPoint point) const;
 
-    int m_testIndex;
-    bool m_isGamingMouse;
-    bool m_isMiddleButtonRequired;
-    harn5::TestResult m_result;
+    ClickTestSteps m_steps;
     bool m_isMovingWindow;
-    bool m_isDragging;
-    bool m_isDropped;
-    bool m_isMiddleButtonSkipped;
     UINT_PTR m_positionTimerId;
     POINT m_lastCursorPos;
-    CImageList m_dragImageList;
+    DragTracker m_drag;
     MouseWheelBar m_wheelBar;
     COLORREF m_wheelBarColor;
     COLORREF m_wheelBarFullColor;
