@@ -29,17 +29,30 @@ using namespace clicktest;
 namespace texts = kstrmouse::texts;
 
 std::vector<std::string>* s_pauses = nullptr;
+const std::function<void()>* s_duringPause = nullptr;
 
-// The step number on screen when each pause began, with its length.
+// The step number on screen when each pause began, with its length; what the user did meanwhile.
 void WINAPI RecordPause(DWORD ms)
 {
     s_pauses->push_back(texts::MOUSE_INTERACTIVE_TEST_INDEX->localizedString().utf8() + " " + std::to_string(ms));
+    if (s_duringPause != nullptr) {
+        (*s_duringPause)();
+    }
 }
 
 class PauseRecorder {
 public:
-    PauseRecorder() : m_import(__imp_Sleep, &RecordPause) { s_pauses = &m_pauses; }
-    ~PauseRecorder() { s_pauses = nullptr; }
+    explicit PauseRecorder(std::function<void()> during = nullptr)
+        : m_import(__imp_Sleep, &RecordPause), m_during(std::move(during))
+    {
+        s_pauses = &m_pauses;
+        s_duringPause = m_during ? &m_during : nullptr;
+    }
+    ~PauseRecorder()
+    {
+        s_pauses = nullptr;
+        s_duringPause = nullptr;
+    }
     PauseRecorder(const PauseRecorder&) = delete;
     PauseRecorder& operator=(const PauseRecorder&) = delete;
 
@@ -47,6 +60,7 @@ public:
 
 private:
     mousetest::ImportOverride<SleepFn> m_import;
+    std::function<void()> m_during;
     std::vector<std::string> m_pauses;
 };
 
@@ -339,6 +353,35 @@ TEST(ClickTestEnd, EnterAndTheOkCommandEndNothingAndOnlyTheLastStepPasses)
     });
     ASSERT_TRUE(stopped.verdict.has_value());
     EXPECT_EQ(*stopped.verdict, TestResult::CANNOTRUN());
+}
+
+TEST(ClickTestPause, InputDuringAPauseBelongsToNoStep)
+{
+    HWND dialog = nullptr;
+    // A click on Fail and the next step's double click, both while the success picture shows.
+    const PauseRecorder pauses([&dialog] {
+        const Dialog d(dialog);
+        const HWND fail = d.Item(IDC_CT_FAIL);
+        ::PostMessageW(fail, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
+        ::PostMessageW(fail, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
+        ::PostMessageW(dialog, WM_LBUTTONDBLCLK, MK_LBUTTON, At(d, IDC_CT_DOUBLE_CLICK_TARGET));
+        ::PostMessageW(dialog, WM_KEYDOWN, VK_ESCAPE, 0);
+    });
+    const harn5::RunRecord run = RunClickTest(Layout(false), [&dialog](Dialog& d) {
+        dialog = d.hwnd();
+        for (const int index : {1, 2, 3}) {
+            StepAction(index)(d);
+        }
+        mousetest::PumpUntil([] { return false; }, 300);
+        EXPECT_TRUE(::IsWindowVisible(d.hwnd()));
+        EXPECT_EQ(StepText(), "Step 4 of 7") << "the double click was not this step's";
+        EXPECT_TRUE(d.Visible(IDC_CT_DOUBLE_CLICK_TARGET));
+        EXPECT_TRUE(d.Enabled(IDC_CT_FAIL));
+    });
+    EXPECT_EQ(pauses.pauses(), std::vector<std::string>{"Step 3 of 7 1000"});
+    EXPECT_TRUE(run.events.empty()) << "no Fail";
+    ASSERT_TRUE(run.verdict.has_value());
+    EXPECT_EQ(*run.verdict, TestResult::USERABORTED()) << "cancelled by the harness, not by the Escape";
 }
 
 // Walks a default-layout run to the drag step.

@@ -433,8 +433,15 @@ void CMouseClickTestDlg::stepPause(unsigned ms)
     // only when its thread looks at its queue. Nothing is taken from the queue here.
     MSG pending;
     ::PeekMessageW(&pending, nullptr, 0, 0, PM_NOREMOVE);
-    // Deliberately blocking: the success picture stays while input waits for the next step.
+    // Deliberately blocking: the success picture stays while input waits.
     ::Sleep(ms);
+    // Input that came meanwhile belongs to no step: a press on Fail, or the next step's action
+    // done too early, is dropped before Fail is back and the next step begins.
+    MSG input;
+    while (::PeekMessageW(&input, nullptr, WM_MOUSEFIRST, WM_MOUSELAST, PM_REMOVE) ||
+           ::PeekMessageW(&input, nullptr, WM_NCMOUSEMOVE, WM_NCXBUTTONDBLCLK, PM_REMOVE) ||
+           ::PeekMessageW(&input, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE)) {
+    }
 }
 
 CMouseClickTestDlg::Picture* CMouseClickTestDlg::pictureFor(int controlId)
