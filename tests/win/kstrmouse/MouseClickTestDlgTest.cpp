@@ -399,7 +399,10 @@ TEST(ClickTestDrag, OnlyADropOnTheDropAreaCompletesTheStep)
     const harn5::RunRecord run = RunClickTest(Layout(false), [](Dialog& d) {
         ToDragStep(d);
         // A drag from elsewhere, and a press released before it moved, start nothing.
-        PressAndDragFrom(d, Plain(d));
+        d.Send(WM_LBUTTONDOWN, MK_LBUTTON, Plain(d));
+        d.Send(WM_MOUSEMOVE, MK_LBUTTON, At(d, IDC_CT_DROP_AREA));
+        d.Send(WM_LBUTTONUP, 0, At(d, IDC_CT_DROP_AREA));
+        EXPECT_EQ(StepText(), "Step 5 of 7");
         ::PostMessageW(d.hwnd(), WM_LBUTTONUP, 0, At(d, IDC_CT_DRAG_ITEM));
         d.Send(WM_LBUTTONDOWN, MK_LBUTTON, At(d, IDC_CT_DRAG_ITEM));
         EXPECT_TRUE(d.Visible(IDC_CT_DRAG_ITEM));
@@ -507,24 +510,36 @@ TEST(ClickTestWheel, UpTakesEightNotchesAndDownNine)
     });
 }
 
+// Moves the dialog by a press in its top strip that drags until the button goes up; answers
+// where the window went.
+POINT MoveByTopStrip(const Dialog& d)
+{
+    RECT window{};
+    ::GetWindowRect(d.hwnd(), &window);
+    const POINT grab{window.left + 100, window.top + 10};
+    ::SetCursorPos(grab.x, grab.y);
+    ::PostMessageW(d.hwnd(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(130, 50));
+    ::SetCursorPos(grab.x + 40, grab.y + 30);
+    ::PostMessageW(d.hwnd(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(140, 40));
+    ::PostMessageW(d.hwnd(), WM_LBUTTONUP, 0, MAKELPARAM(140, 40));
+    d.Send(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(100, 10));
+    ::GetWindowRect(d.hwnd(), &window);
+    return {window.left, window.top};
+}
+
 TEST(ClickTestWindow, MovedDialogOpensThereInTheNextRun)
 {
     POINT first{};
-    RunClickTest(Layout(false), [&first](Dialog& d) {
+    POINT moved{};
+    RunClickTest(Layout(false), [&](Dialog& d) {
         RECT window{};
         ::GetWindowRect(d.hwnd(), &window);
         first = {window.left, window.top};
-        // A press in the top strip that drags moves the window until the button goes up.
-        const POINT grab{window.left + 100, window.top + 10};
-        ::SetCursorPos(grab.x, grab.y);
-        ::PostMessageW(d.hwnd(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(130, 50));
-        ::SetCursorPos(grab.x + 40, grab.y + 30);
-        ::PostMessageW(d.hwnd(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(140, 40));
-        ::PostMessageW(d.hwnd(), WM_LBUTTONUP, 0, MAKELPARAM(140, 40));
-        d.Send(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(100, 10));
+        moved = MoveByTopStrip(d);
     });
-    const POINT moved = CMouseClickTestDlg::rememberedPosition();
-    EXPECT_NE(moved.x, 0);
+    EXPECT_NE(moved.x, first.x);
+    EXPECT_EQ(CMouseClickTestDlg::rememberedPosition().x, moved.x);
+    EXPECT_EQ(CMouseClickTestDlg::rememberedPosition().y, moved.y);
     EXPECT_NE(moved.y, 0);
     POINT second{};
     RunClickTest(Layout(false), [&second](Dialog& d) {
@@ -534,6 +549,24 @@ TEST(ClickTestWindow, MovedDialogOpensThereInTheNextRun)
     });
     EXPECT_EQ(second.x, moved.x);
     EXPECT_EQ(second.y, moved.y);
+}
+
+TEST(ClickTestWindow, TheDragStepKeepsTheTopStrip)
+{
+    const PauseRecorder pauses;
+    RunClickTest(Layout(false), [](Dialog& d) {
+        ToDragStep(d);
+        RECT window{};
+        ::GetWindowRect(d.hwnd(), &window);
+        const POINT moved = MoveByTopStrip(d);
+        EXPECT_NE(moved.x, window.left) << "moved at step 7 as at every other step";
+        EXPECT_EQ(CMouseClickTestDlg::rememberedPosition().x, moved.x);
+        EXPECT_EQ(StepText(), "Step 5 of 7");
+        EXPECT_TRUE(d.Visible(IDC_CT_DRAG_ITEM));
+        // The drag itself is untouched.
+        DragTo(d, IDC_CT_DROP_AREA);
+        EXPECT_EQ(StepText(), "Step 6 of 7");
+    });
 }
 
 }  // namespace

@@ -625,15 +625,15 @@ void CMouseClickTestDlg::OnLButtonDown(UINT nFlags, CPoint point)
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnLButtonDown()", kSourceFile, kLineOnLButtonDown);
     pressStepButton(ClickTestSteps::Button::Left);
-    if (m_steps.index() == 7 && !m_drag.dragging()) {
-        // The press is decided here, one way or the other: the top strip does not get it too.
-        if (!DragTracker::detect(*this, point)) {
-            // The release went into the drag detection.
-            OnLButtonUp(nFlags, point);
-        } else if (isDragSourceClicked(point)) {
+    if (m_steps.index() == 7 && !m_drag.dragging() && isDragSourceClicked(point)) {
+        // A press on the item is decided here, one way or the other.
+        if (DragTracker::detect(*this, point)) {
             m_isMovingWindow = false;
             showPicture(IDC_CT_DRAG_ITEM, SW_HIDE);
             m_drag.begin(*this, point);
+        } else {
+            // The release went into the drag detection.
+            OnLButtonUp(nFlags, point);
         }
         return;
     }
