@@ -90,59 +90,6 @@ const Step kSteps[ClickTestSteps::kSteps] = {
     {&texts::MOUSE_WHEEL_DOWN_TEST_INSTRUCTION, &events::SCROLL_WHEEL_DOWN_NOT_RECEIVED, 814},
 };
 
-// Every picture file, in loading order, with its control in each layout (0: not shown there).
-// The drag step has its own copies of the double-click target and success pictures.
-struct PictureFile {
-    const wchar_t* name;
-    int defaultControl;
-    int gamingControl;
-};
-const PictureFile kPictureFiles[] = {
-    {L"mouse_default.png", IDC_CT_MOUSE_START, 0},
-    {L"mouse_left_clicked.png", IDC_CT_LEFT_PRESSED, 0},
-    {L"mouse_left_click_success.png", IDC_CT_LEFT_SUCCESS, 0},
-    {L"mouse_right_clicked.png", IDC_CT_RIGHT_PRESSED, 0},
-    {L"mouse_right_click_success.png", IDC_CT_RIGHT_SUCCESS, 0},
-    {L"mouse_middle_clicked.png", IDC_CT_MIDDLE_PRESSED, 0},
-    {L"mouse_click_final_success.png", IDC_CT_MIDDLE_SUCCESS, 0},
-    {L"mouse_click_final_success_middle_skipped.png", IDC_CT_MIDDLE_SKIPPED, 0},
-    {L"mouse_side_button_default.png", 0, IDC_CT_MOUSE_START},
-    {L"mouse_side_button_left_clicked.png", 0, IDC_CT_LEFT_PRESSED},
-    {L"mouse_side_button_left_success.png", 0, IDC_CT_LEFT_SUCCESS},
-    {L"mouse_side_button_right_clicked.png", 0, IDC_CT_RIGHT_PRESSED},
-    {L"mouse_side_button_right_click_success.png", 0, IDC_CT_RIGHT_SUCCESS},
-    {L"mouse_side_button_middle_clicked.png", 0, IDC_CT_MIDDLE_PRESSED},
-    {L"mouse_side_button_middle_success.png", 0, IDC_CT_MIDDLE_SUCCESS},
-    {L"mouse_side_button_middle_skipped.png", 0, IDC_CT_MIDDLE_SKIPPED},
-    {L"mouse_side_button_1_clicked.png", 0, IDC_CT_SIDE1_PRESSED},
-    {L"mouse_side_button_1_clicked_middle_skipped.png", 0, IDC_CT_SIDE1_PRESSED_SKIPPED},
-    {L"mouse_side_button_1_success.png", 0, IDC_CT_SIDE1_SUCCESS},
-    {L"mouse_side_button_1_success_middle_skipped.png", 0, IDC_CT_SIDE1_SUCCESS_SKIPPED},
-    {L"mouse_side_button_2_clicked.png", 0, IDC_CT_SIDE2_PRESSED},
-    {L"mouse_side_button_2_clicked_middle_skipped.png", 0, IDC_CT_SIDE2_PRESSED_SKIPPED},
-    {L"mouse_side_button_2_success.png", 0, IDC_CT_SIDE2_SUCCESS},
-    {L"mouse_side_button_2_success_middle_skipped.png", 0, IDC_CT_SIDE2_SUCCESS_SKIPPED},
-    {L"double_click_drag_target.png", IDC_CT_DOUBLE_CLICK_TARGET, IDC_CT_DOUBLE_CLICK_TARGET},
-    {L"double_click_drag_target_hover.png", IDC_CT_DOUBLE_CLICK_HOVER, IDC_CT_DOUBLE_CLICK_HOVER},
-    {L"double_click_drag_success.png", IDC_CT_DOUBLE_CLICK_SUCCESS, IDC_CT_DOUBLE_CLICK_SUCCESS},
-    {L"drag_item.png", IDC_CT_DRAG_ITEM, IDC_CT_DRAG_ITEM},
-    {L"double_click_drag_target.png", IDC_CT_DROP_AREA, IDC_CT_DROP_AREA},
-    {L"double_click_drag_success.png", IDC_CT_DROP_SUCCESS, IDC_CT_DROP_SUCCESS},
-    {L"close.png", IDC_CT_CLOSE, IDC_CT_CLOSE},
-    {L"scroll_up_down_success.png", IDC_CT_WHEEL_SUCCESS, IDC_CT_WHEEL_SUCCESS},
-    {L"scroll_up_indicator.png", IDC_CT_WHEEL_UP, IDC_CT_WHEEL_UP},
-    {L"scroll_down_indicator.png", IDC_CT_WHEEL_DOWN, IDC_CT_WHEEL_DOWN},
-};
-constexpr const wchar_t* kPictureFolder = L"resources//kstrmouse//";
-
-// The mouse area: these pictures lie on one rectangle and one shows at a time.
-const int kMousePictures[] = {
-    IDC_CT_MOUSE_START, IDC_CT_LEFT_PRESSED, IDC_CT_LEFT_SUCCESS, IDC_CT_RIGHT_PRESSED,
-    IDC_CT_RIGHT_SUCCESS, IDC_CT_MIDDLE_PRESSED, IDC_CT_MIDDLE_SUCCESS, IDC_CT_MIDDLE_SKIPPED,
-    IDC_CT_SIDE1_PRESSED, IDC_CT_SIDE1_PRESSED_SKIPPED, IDC_CT_SIDE1_SUCCESS, IDC_CT_SIDE1_SUCCESS_SKIPPED,
-    IDC_CT_SIDE2_PRESSED, IDC_CT_SIDE2_PRESSED_SKIPPED, IDC_CT_SIDE2_SUCCESS, IDC_CT_SIDE2_SUCCESS_SKIPPED,
-};
-
 const harn5::LocalizedString* s_currentInstruction = nullptr;
 POINT s_rememberedPosition = {0, 0};
 
@@ -186,24 +133,12 @@ CMouseClickTestDlg::CMouseClickTestDlg(CWnd* pParent, bool isGamingMouse)
       m_lastCursorPos{0, 0},
       m_wheelBarColor(kWheelBarColor),
       m_wheelBarFullColor(kWheelBarFullColor),
+      m_pictures(*this, isGamingMouse),
       m_icon(::LoadIconW(AfxGetResourceHandle(), MAKEINTRESOURCEW(IDI_MOUSE)))
 {
-    // A missing or broken file leaves an image in an error state: its control stays empty.
-    for (const PictureFile& file : kPictureFiles) {
-        auto picture = std::make_unique<Picture>();
-        picture->image = std::make_unique<Gdiplus::Image>((std::wstring(kPictureFolder) + file.name).c_str());
-        picture->controlId = isGamingMouse ? file.gamingControl : file.defaultControl;
-        m_pictures.push_back(std::move(picture));
-    }
 }
 
-CMouseClickTestDlg::~CMouseClickTestDlg()
-{
-    // Newest picture first; within a picture the control goes before the image it paints.
-    while (!m_pictures.empty()) {
-        m_pictures.pop_back();
-    }
-}
+CMouseClickTestDlg::~CMouseClickTestDlg() = default;
 
 const harn5::LocalizedString* CMouseClickTestDlg::currentInstruction()
 {
@@ -225,11 +160,7 @@ TestResult CMouseClickTestDlg::runTest()
 void CMouseClickTestDlg::DoDataExchange(CDataExchange* pDX)
 {
     CDialog::DoDataExchange(pDX);
-    for (const auto& picture : m_pictures) {
-        if (picture->controlId != 0) {
-            DDX_Control(pDX, picture->controlId, picture->control);
-        }
-    }
+    m_pictures.bind(pDX);
     DDX_Control(pDX, IDC_CT_WHEEL_BAR, m_wheelBar);
 }
 
@@ -249,7 +180,7 @@ BOOL CMouseClickTestDlg::OnInitDialog()
                 " Y: " + s_rememberedPosition.y);
     SetIcon(m_icon, TRUE);
     SetIcon(m_icon, FALSE);
-    setPicture(IDC_CT_CLOSE, true);
+    m_pictures.set(IDC_CT_CLOSE, true);
     m_renderer = std::make_shared<CMouseStringRenderer>(*this);
     if (m_steps.gaming()) {
         setGamingMouseImages();
@@ -269,7 +200,7 @@ BOOL CMouseClickTestDlg::OnInitDialog()
         enabledScrollingImages(IDC_CT_WHEEL_BAR, false);
     }
     for (const int id : {IDC_CT_WHEEL_SUCCESS, IDC_CT_WHEEL_UP, IDC_CT_WHEEL_DOWN}) {
-        showPicture(id, SW_HIDE);
+        m_pictures.show(id, SW_HIDE);
     }
     return TRUE;
 }
@@ -292,11 +223,11 @@ void CMouseClickTestDlg::showTestStep()
     switch (m_steps.index()) {
     case 1:
         s_currentInstruction = texts::MOUSE_LEFT_CLICK_TEST_INSTRUCTION;
-        showMousePicture(IDC_CT_MOUSE_START);
+        m_pictures.showMouse(IDC_CT_MOUSE_START);
         break;
     case 2:
         s_currentInstruction = texts::MOUSE_RIGHT_CLICK_TEST_INSTRUCTION;
-        showMousePicture(IDC_CT_LEFT_SUCCESS);
+        m_pictures.showMouse(IDC_CT_LEFT_SUCCESS);
         break;
     case 3:
         s_currentInstruction = m_steps.middleRequired() ? texts::MOUSE_MIDDLE_CLICK_TEST_INSTRUCTION_TESTING_REQUIRED
@@ -310,28 +241,28 @@ void CMouseClickTestDlg::showTestStep()
                 skip->EnableWindow(TRUE);
             }
         }
-        showMousePicture(IDC_CT_RIGHT_SUCCESS);
+        m_pictures.showMouse(IDC_CT_RIGHT_SUCCESS);
         break;
     case 4:
         s_currentInstruction = texts::MOUSE_SIDE_BUTTON_1_TEST_INSTRUCTION;
         hideMouseImages();
         if (m_steps.middleSkipped()) {
-            showMousePicture(IDC_CT_MIDDLE_SKIPPED);
+            m_pictures.showMouse(IDC_CT_MIDDLE_SKIPPED);
         } else {
-            setPicture(IDC_CT_MIDDLE_SUCCESS, true);
-            showMousePicture(IDC_CT_MIDDLE_SUCCESS);
+            m_pictures.set(IDC_CT_MIDDLE_SUCCESS, true);
+            m_pictures.showMouse(IDC_CT_MIDDLE_SUCCESS);
         }
         break;
     case 5:
         s_currentInstruction = texts::MOUSE_SIDE_BUTTON_2_TEST_INSTRUCTION;
         hideMouseImages();
-        showMousePicture(m_steps.middleSkipped() ? IDC_CT_SIDE1_SUCCESS_SKIPPED : IDC_CT_SIDE1_SUCCESS);
+        m_pictures.showMouse(m_steps.middleSkipped() ? IDC_CT_SIDE1_SUCCESS_SKIPPED : IDC_CT_SIDE1_SUCCESS);
         break;
     case 6:
         s_currentInstruction = texts::MOUSE_DOUBLE_CLICK_TEST_INSTRUCTION;
         // The target takes the mouse area's place.
-        showMousePicture(0);
-        showPicture(IDC_CT_DOUBLE_CLICK_TARGET, SW_SHOW);
+        m_pictures.showMouse(0);
+        m_pictures.show(IDC_CT_DOUBLE_CLICK_TARGET, SW_SHOW);
         break;
     case 7:
         setUpDragStep();
@@ -355,18 +286,18 @@ void CMouseClickTestDlg::completeStep()
     CWnd* pMain = AfxGetMainWnd();
     disableControl(pMain, IDCANCEL);
     disableControl(pMain, IDC_CT_FAIL);
-    hidePictureIfVisible(IDC_CT_SKIP);
+    m_pictures.hideIfVisible(IDC_CT_SKIP);
     // A disabled button loses the focus to nobody; the dialog keeps it, so that Escape works.
     if (CWnd::GetFocus() == nullptr) {
         SetFocus();
     }
     if (completion.mouseArea) {
-        showMousePicture(completion.shows);
+        m_pictures.showMouse(completion.shows);
     } else {
-        showPicture(completion.hides, SW_HIDE);
-        showPicture(completion.shows, SW_SHOW);
+        m_pictures.show(completion.hides, SW_HIDE);
+        m_pictures.show(completion.shows, SW_SHOW);
     }
-    drawNow(completion.shows);
+    m_pictures.drawNow(completion.shows);
     if (completion.pauseMs != 0) {
         stepPause(completion.pauseMs);
     }
@@ -379,52 +310,6 @@ void CMouseClickTestDlg::completeStep()
         m_steps.setMiddleRequired(kstrmouse::params::RequireScrollWheelButton->value().valueBool());
     }
     showTestStep();
-}
-
-void CMouseClickTestDlg::setPicture(int controlId, bool show)
-{
-    Picture* picture = pictureFor(controlId);
-    if (picture == nullptr) {
-        return;
-    }
-    picture->control.SetImage(*picture->image, true, false, false);
-    picture->control.InvalidateRect(nullptr, TRUE);
-    picture->control.ShowWindow(show ? SW_SHOW : SW_HIDE);
-}
-
-void CMouseClickTestDlg::showPicture(int controlId, int nCmdShow)
-{
-    if (CWnd* control = GetDlgItem(controlId)) {
-        control->ShowWindow(nCmdShow);
-    }
-}
-
-void CMouseClickTestDlg::hidePictureIfVisible(int controlId)
-{
-    CWnd* control = GetDlgItem(controlId);
-    // The control's own style: it counts also while the dialog itself is not shown yet.
-    if (control != nullptr && (::GetWindowLongW(control->m_hWnd, GWL_STYLE) & WS_VISIBLE) != 0) {
-        control->ShowWindow(SW_HIDE);
-    }
-}
-
-void CMouseClickTestDlg::showMousePicture(int controlId)
-{
-    for (const int id : kMousePictures) {
-        if (id != controlId) {
-            hidePictureIfVisible(id);
-        }
-    }
-    if (controlId != 0) {
-        showPicture(controlId, SW_SHOW);
-    }
-}
-
-void CMouseClickTestDlg::drawNow(int controlId)
-{
-    if (CWnd* control = GetDlgItem(controlId)) {
-        control->UpdateWindow();
-    }
 }
 
 void CMouseClickTestDlg::stepPause(unsigned ms)
@@ -444,16 +329,6 @@ void CMouseClickTestDlg::stepPause(unsigned ms)
     }
 }
 
-CMouseClickTestDlg::Picture* CMouseClickTestDlg::pictureFor(int controlId)
-{
-    for (const auto& picture : m_pictures) {
-        if (picture->controlId == controlId) {
-            return picture.get();
-        }
-    }
-    return nullptr;
-}
-
 void CMouseClickTestDlg::setGamingMouseImages()
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::setGamingMouseImages()", kSourceFile,
@@ -464,7 +339,7 @@ void CMouseClickTestDlg::setGamingMouseImages()
                          IDC_CT_SIDE1_PRESSED, IDC_CT_SIDE1_PRESSED_SKIPPED, IDC_CT_SIDE1_SUCCESS,
                          IDC_CT_MIDDLE_SKIPPED, IDC_CT_SIDE1_SUCCESS_SKIPPED, IDC_CT_SIDE2_PRESSED_SKIPPED,
                          IDC_CT_SIDE2_PRESSED, IDC_CT_SIDE2_SUCCESS, IDC_CT_SIDE2_SUCCESS_SKIPPED}) {
-        setPicture(id, false);
+        m_pictures.set(id, false);
     }
 }
 
@@ -475,7 +350,7 @@ void CMouseClickTestDlg::setDefaultMouseImages()
     for (const int id : {IDC_CT_MOUSE_START, IDC_CT_LEFT_PRESSED, IDC_CT_LEFT_SUCCESS, IDC_CT_RIGHT_PRESSED,
                          IDC_CT_RIGHT_SUCCESS, IDC_CT_MIDDLE_PRESSED, IDC_CT_MIDDLE_SUCCESS, IDC_CT_MIDDLE_SKIPPED,
                          IDC_CT_DOUBLE_CLICK_TARGET, IDC_CT_DOUBLE_CLICK_HOVER, IDC_CT_DOUBLE_CLICK_SUCCESS}) {
-        setPicture(id, false);
+        m_pictures.set(id, false);
     }
 }
 
@@ -487,16 +362,16 @@ void CMouseClickTestDlg::hideMouseImages()
                          IDC_CT_SIDE1_PRESSED, IDC_CT_SIDE1_PRESSED_SKIPPED, IDC_CT_SIDE1_SUCCESS_SKIPPED,
                          IDC_CT_SIDE1_SUCCESS, IDC_CT_SIDE2_PRESSED, IDC_CT_SIDE2_PRESSED_SKIPPED,
                          IDC_CT_SIDE2_SUCCESS, IDC_CT_SIDE2_SUCCESS_SKIPPED}) {
-        showPicture(id, SW_HIDE);
+        m_pictures.show(id, SW_HIDE);
     }
 }
 
 void CMouseClickTestDlg::setDragImages()
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::setDragImages()", kSourceFile, kLineSetDragImages);
-    setPicture(IDC_CT_DRAG_ITEM, true);
-    setPicture(IDC_CT_DROP_AREA, true);
-    setPicture(IDC_CT_DROP_SUCCESS, false);
+    m_pictures.set(IDC_CT_DRAG_ITEM, true);
+    m_pictures.set(IDC_CT_DROP_AREA, true);
+    m_pictures.set(IDC_CT_DROP_SUCCESS, false);
 }
 
 void CMouseClickTestDlg::setTestInstruction()
@@ -509,15 +384,15 @@ void CMouseClickTestDlg::setTestInstruction()
         }
     }
     enabledScrollingImages(IDC_CT_WHEEL_BAR, true);
-    setPicture(IDC_CT_WHEEL_SUCCESS, false);
+    m_pictures.set(IDC_CT_WHEEL_SUCCESS, false);
     if (m_steps.index() == 8) {
         s_currentInstruction = texts::MOUSE_WHEEL_UP_TEST_INSTRUCTION;
-        showPicture(IDC_CT_DROP_SUCCESS, SW_HIDE);
-        setPicture(IDC_CT_WHEEL_UP, true);
+        m_pictures.show(IDC_CT_DROP_SUCCESS, SW_HIDE);
+        m_pictures.set(IDC_CT_WHEEL_UP, true);
     } else {
         s_currentInstruction = texts::MOUSE_WHEEL_DOWN_TEST_INSTRUCTION;
-        setPicture(IDC_CT_WHEEL_UP, false);
-        setPicture(IDC_CT_WHEEL_DOWN, true);
+        m_pictures.set(IDC_CT_WHEEL_UP, false);
+        m_pictures.set(IDC_CT_WHEEL_DOWN, true);
     }
 }
 
@@ -551,7 +426,7 @@ void CMouseClickTestDlg::setUpDragStep()
     }
     m_positionTimerId = SetTimer(kPositionTimer, kPositionPeriodMs);
     s_currentInstruction = texts::MOUSE_DRAG_TEST_INSTRUCTION;
-    hidePictureIfVisible(IDC_CT_DOUBLE_CLICK_SUCCESS);
+    m_pictures.hideIfVisible(IDC_CT_DOUBLE_CLICK_SUCCESS);
     setDragImages();
 }
 
@@ -629,7 +504,7 @@ void CMouseClickTestDlg::OnLButtonDown(UINT nFlags, CPoint point)
         // A press on the item is decided here, one way or the other.
         if (DragTracker::detect(*this, point)) {
             m_isMovingWindow = false;
-            showPicture(IDC_CT_DRAG_ITEM, SW_HIDE);
+            m_pictures.show(IDC_CT_DRAG_ITEM, SW_HIDE);
             m_drag.begin(*this, point);
         } else {
             // The release went into the drag detection.
@@ -675,15 +550,15 @@ void CMouseClickTestDlg::OnLButtonUp(UINT /*nFlags*/, CPoint point)
 void CMouseClickTestDlg::abandonDrag()
 {
     m_drag.end();
-    showPicture(IDC_CT_DRAG_ITEM, SW_SHOW);
-    drawNow(IDC_CT_DRAG_ITEM);
+    m_pictures.show(IDC_CT_DRAG_ITEM, SW_SHOW);
+    m_pictures.drawNow(IDC_CT_DRAG_ITEM);
 }
 
 void CMouseClickTestDlg::pressStepButton(ClickTestSteps::Button button)
 {
     if (m_steps.isStepButton(button)) {
         SetCapture();
-        showMousePicture(m_steps.pressedPicture());
+        m_pictures.showMouse(m_steps.pressedPicture());
     }
 }
 

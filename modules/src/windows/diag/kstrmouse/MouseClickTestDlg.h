@@ -8,19 +8,14 @@
 #include <afxwin.h>
 
 #include <memory>
-#include <vector>
 
+#include "ClickTestPictures.h"
 #include "ClickTestSteps.h"
 #include "DragTracker.h"
 #include "MouseStringRenderer.h"
 #include "MouseWheelBar.h"
 #include "harn5/LocalizedString.h"
 #include "harn5/TestResult.h"
-#include "ksxui/PngControl.h"
-
-namespace Gdiplus {
-class Image;
-}
 
 class CMouseClickTestDlg : public CDialog {
 public:
@@ -66,13 +61,6 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    // One picture file and the control that shows it in the current layout.
-    struct Picture {
-        std::unique_ptr<Gdiplus::Image> image;
-        PngControl control;
-        int controlId = 0;  // 0: not shown in this layout
-    };
-
     // The step number, instruction and hint lines that touch `area` (client coordinates).
     void drawTexts(HDC dc, const RECT& area);
     // The step the machine is at: its number, and Cancel and Fail within reach again.
@@ -85,14 +73,6 @@ private:
     // The current step was done: success picture, pause, then the next step or the end.
     void completeStep();
     void abandonDrag();
-    // Puts the control's picture in (when it has one), repaints it and shows or hides it.
-    void setPicture(int controlId, bool show);
-    void showPicture(int controlId, int nCmdShow);
-    void hidePictureIfVisible(int controlId);
-    // Shows one picture of the mouse area and hides the others; 0 hides them all.
-    void showMousePicture(int controlId);
-    // Repaints a control at once, before a pause.
-    void drawNow(int controlId);
     void setGamingMouseImages();
     void setDefaultMouseImages();
     void setDragImages();
@@ -103,7 +83,6 @@ private:
     void setUpWheelUpStep();
     void setUpWheelDownStep();
     void stepPause(unsigned ms);
-    Picture* pictureFor(int controlId);
 
     bool isControlClicked(int controlId, CPoint point);
     bool isCloseClicked(CPoint point);
@@ -119,7 +98,7 @@ private:
     MouseWheelBar m_wheelBar;
     COLORREF m_wheelBarColor;
     COLORREF m_wheelBarFullColor;
-    std::vector<std::unique_ptr<Picture>> m_pictures;
+    ClickTestPictures m_pictures;
     HICON m_icon;
     CBrush m_backgroundBrush;
     std::shared_ptr<CMouseStringRenderer> m_renderer;

@@ -136,6 +136,14 @@ extern harn5::LocalizedString* const PqCheckWheel;
 extern harn5::LocalizedString* const PqCheckIdle;
 extern harn5::LocalizedString* const PqFound;
 extern harn5::LocalizedString* const PqAllDone;
+// What stands in for a picture whose file is missing: the label of its outline.
+extern harn5::LocalizedString* const PictureDoubleClickTarget;
+extern harn5::LocalizedString* const PictureDragItem;
+extern harn5::LocalizedString* const PictureDropArea;
+extern harn5::LocalizedString* const PictureTouchpad;
+extern harn5::LocalizedString* const PictureLeftButton;
+extern harn5::LocalizedString* const PictureMiddleButton;
+extern harn5::LocalizedString* const PictureRightButton;
 }  // namespace texts
 
 namespace params {

@@ -3,13 +3,14 @@
 // packet. It receives the device's packets itself and tells its parent of each one.
 #include <afxwin.h>
 
-#include <memory>
-
 #include "ISynapticsControl.h"
+#include "LoadedPicture.h"
 #include "PaintSurface.h"
 #include "ScaledImages.h"
 #include "SynapticsDevice.h"
 #include "TouchPadModel.h"
+
+class PictureFolder;
 
 class CSynapticsTouchPadCtrl : public CWnd, public SynapticsDevice, public ISynapticsControl {
 public:
@@ -46,13 +47,15 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
+    CSynapticsTouchPadCtrl(long synHandle, bool bButtonsShown, PictureFolder&& pictures);
+
     TouchPadModel m_model;
-    std::unique_ptr<Gdiplus::Image> m_reticle;
-    std::unique_ptr<Gdiplus::Image> m_pad;
-    std::unique_ptr<Gdiplus::Image> m_left;
-    std::unique_ptr<Gdiplus::Image> m_leftPressed;
-    std::unique_ptr<Gdiplus::Image> m_right;
-    std::unique_ptr<Gdiplus::Image> m_rightPressed;
+    LoadedPicture m_reticle;
+    LoadedPicture m_pad;
+    LoadedPicture m_left;
+    LoadedPicture m_leftPressed;
+    LoadedPicture m_right;
+    LoadedPicture m_rightPressed;
     ScaledImages m_scaled;
     PaintSurface m_bases[2][2];  // pad and buttons, by left and right button held
     PaintSurface m_surface;      // the picture being composed
