@@ -15,11 +15,9 @@
 #include "ClickTestDriver.h"
 #include "MouseClickTestDlg.h"
 #include "MouseDlgHarness.h"
+#include "PauseRecorder.h"
 #include "Registration.h"
 #include "resource.h"
-
-using SleepFn = void(WINAPI*)(DWORD);
-extern "C" SleepFn __imp_Sleep;
 
 namespace {
 
@@ -27,42 +25,6 @@ using harn5::TestResult;
 using mousetest::Dialog;
 using namespace clicktest;
 namespace texts = kstrmouse::texts;
-
-std::vector<std::string>* s_pauses = nullptr;
-const std::function<void()>* s_duringPause = nullptr;
-
-// The step number on screen when each pause began, with its length; what the user did meanwhile.
-void WINAPI RecordPause(DWORD ms)
-{
-    s_pauses->push_back(texts::MOUSE_INTERACTIVE_TEST_INDEX->localizedString().utf8() + " " + std::to_string(ms));
-    if (s_duringPause != nullptr) {
-        (*s_duringPause)();
-    }
-}
-
-class PauseRecorder {
-public:
-    explicit PauseRecorder(std::function<void()> during = nullptr)
-        : m_import(__imp_Sleep, &RecordPause), m_during(std::move(during))
-    {
-        s_pauses = &m_pauses;
-        s_duringPause = m_during ? &m_during : nullptr;
-    }
-    ~PauseRecorder()
-    {
-        s_pauses = nullptr;
-        s_duringPause = nullptr;
-    }
-    PauseRecorder(const PauseRecorder&) = delete;
-    PauseRecorder& operator=(const PauseRecorder&) = delete;
-
-    const std::vector<std::string>& pauses() const { return m_pauses; }
-
-private:
-    mousetest::ImportOverride<SleepFn> m_import;
-    std::function<void()> m_during;
-    std::vector<std::string> m_pauses;
-};
 
 std::string StepText()
 {
