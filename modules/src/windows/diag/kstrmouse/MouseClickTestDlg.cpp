@@ -72,22 +72,21 @@ constexpr COLORREF kWheelBarBackground = 0xF5F5F5;
 constexpr COLORREF kWheelBarColor = 0xFFBB72;
 constexpr COLORREF kWheelBarFullColor = 0x00BF00;
 
-// The step table: instruction and the event the Fail button raises at that step.
+// The event the Fail button raises at each step.
 struct Step {
-    harn5::LocalizedString* const* instruction;
     harn5::Event* const* failEvent;
     int failNumber;
 };
 const Step kSteps[ClickTestSteps::kSteps] = {
-    {&texts::MOUSE_LEFT_CLICK_TEST_INSTRUCTION, &events::LEFT_MOUSE_CLICK_NOT_RECEIVED, 800},
-    {&texts::MOUSE_RIGHT_CLICK_TEST_INSTRUCTION, &events::RIGHT_MOUSE_CLICK_NOT_RECEIVED, 802},
-    {&texts::MOUSE_MIDDLE_CLICK_TEST_INSTRUCTION, &events::SCROLL_WHEEL_MOUSE_CLICK_NOT_RECEIVED, 804},
-    {&texts::MOUSE_SIDE_BUTTON_1_TEST_INSTRUCTION, &events::FIRST_SIDE_MOUSE_BUTTON_NOT_RECEIVED, 806},
-    {&texts::MOUSE_SIDE_BUTTON_2_TEST_INSTRUCTION, &events::SECOND_SIDE_MOUSE_BUTTON_NOT_RECEIVED, 808},
-    {&texts::MOUSE_DOUBLE_CLICK_TEST_INSTRUCTION, &events::MOUSE_DOUBLE_CLICK_NOT_RECEIVED, 810},
-    {&texts::MOUSE_DRAG_TEST_INSTRUCTION, &events::MOUSE_DRAG_NOT_RECEIVED, 816},
-    {&texts::MOUSE_WHEEL_UP_TEST_INSTRUCTION, &events::SCROLL_WHEEL_UP_NOT_RECEIVED, 812},
-    {&texts::MOUSE_WHEEL_DOWN_TEST_INSTRUCTION, &events::SCROLL_WHEEL_DOWN_NOT_RECEIVED, 814},
+    {&events::LEFT_MOUSE_CLICK_NOT_RECEIVED, 800},
+    {&events::RIGHT_MOUSE_CLICK_NOT_RECEIVED, 802},
+    {&events::SCROLL_WHEEL_MOUSE_CLICK_NOT_RECEIVED, 804},
+    {&events::FIRST_SIDE_MOUSE_BUTTON_NOT_RECEIVED, 806},
+    {&events::SECOND_SIDE_MOUSE_BUTTON_NOT_RECEIVED, 808},
+    {&events::MOUSE_DOUBLE_CLICK_NOT_RECEIVED, 810},
+    {&events::MOUSE_DRAG_NOT_RECEIVED, 816},
+    {&events::SCROLL_WHEEL_UP_NOT_RECEIVED, 812},
+    {&events::SCROLL_WHEEL_DOWN_NOT_RECEIVED, 814},
 };
 
 const harn5::LocalizedString* s_currentInstruction = nullptr;
