@@ -1,13 +1,12 @@
 // The click test's step machine: the order and numbering of each layout, the pause after each
-// step, what each button does at which step, Skip, the wheel goals and a verdict that is PASS only
-// at the end.
+// step, which button each step wants, Skip, the wheel goals and a verdict that is PASS only at
+// the end. (What each step shows is checked on the dialog itself.)
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
 #include "ClickTestSteps.h"
-#include "resource.h"
 
 namespace {
 
@@ -113,41 +112,6 @@ TEST(ClickTestSteps, OnlyTheStepsButtonCountsAndSideButtonOneIsTheSecond)
         EXPECT_EQ(steps.pressedPicture() != 0, !buttons.empty());
         steps.complete();
     }
-}
-
-TEST(ClickTestSteps, EachCompletionShowsItsOwnSuccessPicture)
-{
-    const auto pictures = [](bool gaming, bool skip) {
-        ClickTestSteps steps(gaming);
-        std::vector<std::vector<int>> seen;
-        while (!steps.finished()) {
-            if (steps.index() == 3 && skip) {
-                steps.skip();
-            }
-            const int pressed = steps.pressedPicture();
-            const ClickTestSteps::Completion done = steps.complete();
-            seen.push_back({pressed, done.mouseArea ? 1 : 0, done.shows, done.hides});
-        }
-        return seen;
-    };
-    EXPECT_EQ(pictures(false, false),
-              (std::vector<std::vector<int>>{{IDC_CT_LEFT_PRESSED, 1, IDC_CT_LEFT_SUCCESS, 0},
-                                             {IDC_CT_RIGHT_PRESSED, 1, IDC_CT_RIGHT_SUCCESS, 0},
-                                             {IDC_CT_MIDDLE_PRESSED, 1, IDC_CT_MIDDLE_SUCCESS, 0},
-                                             {0, 0, IDC_CT_DOUBLE_CLICK_SUCCESS, IDC_CT_DOUBLE_CLICK_TARGET},
-                                             {0, 0, IDC_CT_DROP_SUCCESS, IDC_CT_DROP_AREA},
-                                             {0, 0, IDC_CT_WHEEL_SUCCESS, IDC_CT_WHEEL_BAR},
-                                             {0, 0, IDC_CT_WHEEL_SUCCESS, IDC_CT_WHEEL_BAR}}));
-    EXPECT_EQ(pictures(false, true)[2], (std::vector<int>{IDC_CT_MIDDLE_PRESSED, 1, IDC_CT_MIDDLE_SKIPPED, 0}));
-    const std::vector<std::vector<int>> gamingSkipped = pictures(true, true);
-    EXPECT_EQ(gamingSkipped[2], (std::vector<int>{IDC_CT_MIDDLE_PRESSED, 1, 0, 0})) << "the area goes blank";
-    EXPECT_EQ(gamingSkipped[3],
-              (std::vector<int>{IDC_CT_SIDE1_PRESSED_SKIPPED, 1, IDC_CT_SIDE1_SUCCESS_SKIPPED, 0}));
-    EXPECT_EQ(gamingSkipped[4],
-              (std::vector<int>{IDC_CT_SIDE2_PRESSED_SKIPPED, 1, IDC_CT_SIDE2_SUCCESS_SKIPPED, 0}));
-    const std::vector<std::vector<int>> gaming = pictures(true, false);
-    EXPECT_EQ(gaming[3], (std::vector<int>{IDC_CT_SIDE1_PRESSED, 1, IDC_CT_SIDE1_SUCCESS, 0}));
-    EXPECT_EQ(gaming[4], (std::vector<int>{IDC_CT_SIDE2_PRESSED, 1, IDC_CT_SIDE2_SUCCESS, 0}));
 }
 
 TEST(ClickTestSteps, FailNamesTheStepOnScreenAndCancelAborts)
