@@ -18,11 +18,14 @@ constexpr wchar_t kDialogClass[] = L"#32770";
 
 HostRun* HostRun::s_running = nullptr;
 
-HostRun::HostRun(std::vector<std::string> options, Inside inside)
-    : m_arguments{"kstrmouse_bench", "--no-system-devices", "--lang", KSTR_SOURCE_DIR "/resources/lang/en.lang"},
+HostRun::HostRun(std::vector<std::string> options, Inside inside, bool systemDevices)
+    : m_arguments{"kstrmouse_bench", "--lang", KSTR_SOURCE_DIR "/resources/lang/en.lang"},
       m_inside(std::move(inside)),
       m_dialogSeen(false)
 {
+    if (!systemDevices) {
+        m_arguments.push_back("--no-system-devices");
+    }
     m_arguments.insert(m_arguments.end(), options.begin(), options.end());
 }
 

@@ -12,8 +12,9 @@ class HostRun {
 public:
     using Inside = std::function<void(HWND dialog)>;
 
-    // options: --test, --device and --param as on the module's command line.
-    HostRun(std::vector<std::string> options, Inside inside);
+    // options: --test, --device and --param as on the module's command line. The machine's own
+    // devices are left out unless asked for.
+    HostRun(std::vector<std::string> options, Inside inside, bool systemDevices = false);
     HostRun(const HostRun&) = delete;
     HostRun& operator=(const HostRun&) = delete;
 

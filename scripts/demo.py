@@ -5,11 +5,13 @@ screenshots, and prints where they are.
 """
 import os
 import sys
+import time
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parent))
 from kstrclick import ClickTestRun  # noqa: E402
 from kstrdrive import ALL_CHECKS, PASS_BUTTON, TITLE, MouseTestRun  # noqa: E402
+from kstrpad import LivePadRun, installed  # noqa: E402
 from kstrsession import Session  # noqa: E402
 from kstrstick import LiveStickRun  # noqa: E402
 
@@ -64,6 +66,30 @@ def main(bin_dir, out_dir):
         transcript.append(f"  [replay] {recording} holds "
                           f"{sum(1 for line in recording.read_text().splitlines() if line[:1].isdigit())} packets")
 
+        # A live touchpad: the virtual touchpad of the tests serving a shipping pad's touchpad
+        # collection, fed the reports a finger and two clicks make; recorded as it runs.
+        pad_dir = out / "live-touchpad"
+        pad_dir.mkdir()
+        recording = pad_dir / "pad.session"
+        with installed(session, "synaptics_06cb_ce08") as (pad,):
+            listing = session.run("--list-devices")
+            record(["--list-devices"], f"{listing.stdout}{listing.stderr}[exit status {listing.returncode}]")
+            run = LivePadRun(session, pad_dir, "--record", str(recording))
+            for step in range(12):   # a finger sliding right and down, still touching for the picture
+                pad.frame([pad.at(0.25 + 0.04 * step, 0.3 + 0.02 * step)])
+            time.sleep(0.5)   # the status rows paint when the dialog's thread is idle
+            session.screenshot(out / "live-touchpad.png")
+            pad.frame([])
+            pad.click(0.3, 0.4)
+            pad.click(0.85, 0.92)
+            run.wait_for(run.pass_enabled, "Pass after the pad's finger and clicks")
+            transcript.append(f"  [live touchpad {pad.id}] Pass enabled after a finger and two clicks: "
+                              f"{run.pass_enabled()}")
+            run.press_pass()
+            verdict, output = run.result()
+        record(["--test", "TouchpadTest", "--record", str(recording), "--report", str(run.report)],
+               f"{output}\nreport verdict: {verdict['verdict']}, device: {verdict['device']['name']}")
+
         done = session.run("--test", "MouseTest", "--param", "bRequireAllButtons=perhaps")
         record(["--test", "MouseTest", "--param", "bRequireAllButtons=perhaps"],
                f"{done.stdout}{done.stderr}[exit status {done.returncode}]")
@@ -71,7 +97,8 @@ def main(bin_dir, out_dir):
     (out / "transcript.txt").write_text("\n".join(transcript), encoding="utf-8")
     print("\n".join(transcript))
     print(f"Demo output in {out}: transcript.txt, report.json, kstrmouse.log, mouse-test-*.png, "
-          "click-test/report.json, click-gaming-*.png, live-stick/ (report and recording), live-stick.png")
+          "click-test/report.json, click-gaming-*.png, live-stick/ (report and recording), live-stick.png, "
+          "live-touchpad/ (report and recording), live-touchpad.png")
 
 
 if __name__ == "__main__":

@@ -11,7 +11,7 @@ bash "$here/install-deps.sh"
 KSTR_JOBS=${KSTR_JOBS:-$(nproc)}
 cmake -S "$KSTR_ROOT" -B "$KSTR_BUILD/win" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
   -DCMAKE_TOOLCHAIN_FILE="$KSTR_ROOT/cmake/mingw-w64-x86_64.cmake" >/dev/null
-cmake --build "$KSTR_BUILD/win" -j "$KSTR_JOBS" --target kstrmouse kstrprobe
+cmake --build "$KSTR_BUILD/win" -j "$KSTR_JOBS" --target kstrmouse kstrprobe kstrvhid
 source "$here/wine-session.sh"
 bin="$KSTR_BUILD/win/bin"
 

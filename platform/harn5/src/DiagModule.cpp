@@ -56,6 +56,11 @@ void DiagModule::error(Event* event, const HarnString& sourceFile, int sourceLin
     host().report(Host::Severity::Error, event, sourceFile, sourceLine);
 }
 
+void DiagModule::error(Event* event, const HarnString& sourceFile, int sourceLine, const HarnString& detail)
+{
+    host().report(Host::Severity::Error, event, sourceFile, sourceLine, detail.utf8());
+}
+
 void DiagModule::warning(Event* event, const HarnString& sourceFile, int sourceLine)
 {
     host().report(Host::Severity::Warning, event, sourceFile, sourceLine);

@@ -446,7 +446,8 @@ TestResult Host::endedByOther(const Test& test, const std::string& text)
     return TestResult::EXITEDABNORMALLY();
 }
 
-void Host::report(Severity severity, Event* event, const HarnString& sourceFile, int sourceLine)
+void Host::report(Severity severity, Event* event, const HarnString& sourceFile, int sourceLine,
+                  const std::string& detail)
 {
     if (event == nullptr) {
         fail(std::string("a null event was reported as ") + severityName(severity) + " from " +
@@ -461,7 +462,17 @@ void Host::report(Severity severity, Event* event, const HarnString& sourceFile,
                << site.sourceFile << " line " << site.line << std::endl;
     }
     m_report.addEvent(m_currentRun, {event->name().utf8(), severityName(severity), sourceFile.utf8(),
-                                     sourceLine, {}});
+                                     sourceLine, {}, detail});
+}
+
+std::optional<std::filesystem::path> Host::runFile(const std::string& name) const
+{
+    const std::filesystem::path& report = m_report.path();
+    if (report.empty() || !m_currentRun) {
+        return std::nullopt;
+    }
+    const std::string stem = Text::fromPath(report.stem());
+    return report.parent_path() / Text::toPath(stem + "-run" + std::to_string(*m_currentRun + 1) + "-" + name);
 }
 
 void Host::measure(const std::vector<RunRecord::Measurement>& measurements)
@@ -631,6 +642,9 @@ std::string Host::deviceListing() const
                 (vid.empty() || pid.empty() ? "-" : vid + ":" + pid) + "  " + field(device, "InterfacePath") +
                 "  buttons " + field(device, "Buttons") + ", sample rate " + field(device, "SampleRate") +
                 ", horizontal wheel " + (wheel.empty() ? "-" : Value(HarnString(wheel)).valueBool() ? "yes" : "no") +
+                (field(device, "PadSize", "").empty()
+                     ? ""
+                     : ", size " + field(device, "PadSize") + ", contacts a report " + field(device, "ContactsPerReport")) +
                 "  offered as " + (device.capability().empty() ? "nothing" : device.capability().toString()) + "\n" +
                 "      " + m_propertyTypes.understood(device) + "\n";
     }

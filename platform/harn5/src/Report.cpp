@@ -21,8 +21,11 @@ void writeEvents(JsonWriter& json, const std::vector<EventRecord>& events)
             .key("severity").string(event.severity)
             .key("sourceFile").string(event.sourceFile)
             .key("line").number(event.line)
-            .key("time").string(event.time)
-            .endObject();
+            .key("time").string(event.time);
+        if (!event.detail.empty()) {
+            json.key("detail").string(event.detail);
+        }
+        json.endObject();
     }
     json.endArray();
 }

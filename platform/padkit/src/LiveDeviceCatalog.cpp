@@ -47,16 +47,30 @@ std::vector<harn5::DeviceProperty> LiveDeviceCatalog::properties(const rawkit::D
     properties.push_back(property("Buttons", std::to_string(device.buttons)));
     properties.push_back(property("SampleRate", std::to_string(device.sampleRate)));
     properties.push_back(property("HorizontalWheel", device.horizontalWheel ? "true" : "false"));
+    if (device.touch) {
+        properties.push_back(property("PadSize", padSize(*device.touch)));
+        properties.push_back(property("ContactsPerReport", std::to_string(device.touch->slots)));
+    }
     return properties;
+}
+
+std::string LiveDeviceCatalog::padSize(const rawkit::TouchLayout& layout)
+{
+    if (!layout.widthMm || !layout.heightMm) {
+        return "unknown";
+    }
+    char text[48];
+    std::snprintf(text, sizeof text, "%.1f x %.1f mm", *layout.widthMm, *layout.heightMm);
+    return text;
 }
 
 void LiveDeviceCatalog::declareProperties(harn5::Host& host)
 {
     using Type = harn5::DevicePropertyTypes::Type;
-    for (const char* name : {"Kind", "InterfacePath", "SP_PnPID"}) {
+    for (const char* name : {"Kind", "InterfacePath", "SP_PnPID", "PadSize"}) {
         host.declareDeviceProperty(name, Type::Text);
     }
-    for (const char* name : {"Index", "Buttons", "SampleRate"}) {
+    for (const char* name : {"Index", "Buttons", "SampleRate", "ContactsPerReport"}) {
         host.declareDeviceProperty(name, Type::Uint32);
     }
     host.declareDeviceProperty("VID", Type::Hex16);

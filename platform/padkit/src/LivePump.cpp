@@ -71,10 +71,17 @@ _tagSYNStatus LivePump::attach()
             return SYN_NOT_DECODABLE;
         }
         const rawkit::TouchLayout& layout = m_decoder->layout();
+        m_description.version = 2;
         m_description.xLo = layout.x.low;
         m_description.xHi = layout.x.high;
         m_description.yLo = layout.y.low;
         m_description.yHi = layout.y.high;
+        m_description.widthMm = layout.widthMm;
+        m_description.heightMm = layout.heightMm;
+        m_description.widthRange = layout.width;
+        if (m_touch) {
+            m_malformed += m_touch->malformedFrames();
+        }
         m_touch.emplace(layout);
     } else {
         m_description.xLo = -StickPacketBuilder::kRange;
@@ -109,7 +116,12 @@ bool LivePump::reacquire()
 
 std::int64_t LivePump::nowMs() const
 {
-    return std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - m_start).count();
+    return nowUs() / 1000;
+}
+
+std::int64_t LivePump::nowUs() const
+{
+    return std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - m_start).count();
 }
 
 void LivePump::onInput(const RAWINPUT& input)
@@ -120,10 +132,13 @@ void LivePump::onInput(const RAWINPUT& input)
     if (input.header.dwType == RIM_TYPEHID && m_touch) {
         const RAWHID& hid = input.data.hid;
         for (DWORD i = 0; i < hid.dwCount; ++i) {
-            const std::optional<rawkit::TouchSample> sample =
+            const std::optional<rawkit::TouchReport> report =
                 m_decoder->decode(hid.bRawData + static_cast<std::size_t>(i) * hid.dwSizeHid, hid.dwSizeHid);
-            if (sample) {
-                emit(m_touch->build(*sample, nowMs()));
+            if (!report) {
+                continue;
+            }
+            if (const std::optional<Packet> packet = m_touch->add(*report, nowUs())) {
+                emit(*packet);
             }
         }
     } else if (input.header.dwType == RIM_TYPEMOUSE && !m_touch) {
@@ -168,7 +183,9 @@ void LivePump::onTick()
 
 void LivePump::emit(const Packet& packet)
 {
-    if (m_writer) {
+    if (m_writer && m_touch) {
+        m_writer->write(m_touch->lastFrame());
+    } else if (m_writer) {
         m_writer->write(packet);
     }
     m_deliver(m_sequence++, packet);

@@ -1,8 +1,9 @@
 #pragma once
 // Delivers a live device's packets on the thread that made it, as they arrive through Raw
-// Input: a precision touchpad's HID reports decoded, or a pointing stick's mouse reports, with a
-// rest packet when the stick stops reporting. Each packet is also written to the recording when
-// the device has one. A device that is removed, or whose handle stops answering, ends the
+// Input: a precision touchpad's HID reports decoded and put together into frames (one packet a
+// complete frame), or a pointing stick's mouse reports, with a rest packet when the stick stops
+// reporting. Each frame (touchpad) or packet (stick) is also written to the recording when the
+// device has one. A device that is removed, or whose handle stops answering, ends the
 // delivery and is reported once.
 #include <chrono>
 #include <cstdint>
@@ -15,7 +16,7 @@
 #include "padkit/Session.h"
 #include "padkit/SessionWriter.h"
 #include "padkit/StickPacketBuilder.h"
-#include "padkit/TouchPacketBuilder.h"
+#include "padkit/TouchFrameStream.h"
 #include "rawkit/HidTouchDecoder.h"
 #include "rawkit/RawInputReceiver.h"
 
@@ -36,6 +37,8 @@ public:
 
     // The device's kind, ranges and hardware id, as its recording's header has them.
     const Session& description() const { return m_description; }
+    // A touchpad's frames that never completed or made no sense.
+    unsigned long malformedFrames() const { return m_malformed + (m_touch ? m_touch->malformedFrames() : 0); }
     // Finds the device again (it may have a new handle after the machine slept) and carries on.
     bool reacquire();
 
@@ -47,6 +50,7 @@ private:
     void onInput(const RAWINPUT& input);
     void onTick();
     void emit(const Packet& packet);
+    std::int64_t nowUs() const;
     void lose();
     std::int64_t nowMs() const;
 
@@ -56,7 +60,7 @@ private:
     std::uintptr_t m_device = 0;
     Session m_description;
     std::unique_ptr<rawkit::HidTouchDecoder> m_decoder;
-    std::optional<TouchPacketBuilder> m_touch;
+    std::optional<TouchFrameStream> m_touch;
     StickPacketBuilder m_stick;
     std::unique_ptr<rawkit::RawInputReceiver> m_receiver;
     std::unique_ptr<SessionWriter> m_writer;
@@ -65,6 +69,7 @@ private:
     Clock::time_point m_lastCheck;
     bool m_stickAtRest = true;
     bool m_lost = false;
+    unsigned long m_malformed = 0;   // of the frame streams before a re-acquire
     long m_sequence = 0;
     // Expires with the pump: a receiver may destroy it while taking a packet.
     std::shared_ptr<char> m_alive = std::make_shared<char>();

@@ -80,6 +80,13 @@ void SYNTestDevice::takeRanges(const padkit::Session& session)
     xHi = session.xHi;
     yLo = session.yLo;
     yHi = session.yHi;
+    m_widthMm = session.widthMm;
+    m_heightMm = session.heightMm;
+}
+
+unsigned long SYNTestDevice::malformedFrames() const
+{
+    return m_live ? m_live->malformedFrames() : 0;
 }
 
 long SYNTestDevice::OnSynDevicePacket(long)

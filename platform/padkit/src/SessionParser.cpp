@@ -7,13 +7,17 @@
 #include <sstream>
 #include <vector>
 
+#include "WholeNumber.h"
+#include "padkit/FrameLine.h"
 #include "padkit/SessionError.h"
+#include "padkit/TouchFrameStream.h"
 
 namespace padkit {
 
 namespace {
 
 constexpr std::string_view kMagic = "padkit-session 1";
+constexpr std::string_view kMagic2 = "padkit-session 2";
 constexpr std::int32_t kMaxWidth = 15;   // the drivers report finger width in four bits
 constexpr std::size_t kPacketFields = 9;
 constexpr std::size_t kQuoteLimit = 40;  // long junk is cut short in messages
@@ -76,18 +80,6 @@ std::vector<std::string_view> fields(std::string_view text)
     return result;
 }
 
-template <typename Int>
-std::optional<Int> wholeNumber(std::string_view text)
-{
-    Int value{};
-    // from_chars takes no '+'; a leading '-' only for signed types, as wanted.
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (text.empty() || error != std::errc() || end != text.data() + text.size()) {
-        return std::nullopt;
-    }
-    return value;
-}
-
 class Reader {
 public:
     Reader(std::string_view text, const std::string& fileName) : m_text(text), m_file(fileName) {}
@@ -101,11 +93,14 @@ public:
                 continue;
             }
             if (!sawMagic) {
-                if (line != kMagic) {
+                if (line != kMagic && line != kMagic2) {
                     fail(quoted(line) + " does not begin a session; the first line must be \"" +
-                         std::string(kMagic) + "\"");
+                         std::string(kMagic) + "\" or \"" + std::string(kMagic2) + "\"");
                 }
+                m_session.version = line == kMagic ? 1 : 2;
                 sawMagic = true;
+            } else if (isPacketLine(line) && m_session.version == 2 && m_session.type == SynDeviceTouchPad) {
+                frame(line);
             } else if (isPacketLine(line)) {
                 packet(line);
             } else {
@@ -174,10 +169,19 @@ private:
         } else if (key == "blacklist-version") {
             onceOptional(m_session.blacklistVersion, key);
             m_session.blacklistVersion = text(key, value);
+        } else if (key == "size-mm" && m_session.version == 2) {
+            once(m_sawSize, key);
+            size(value);
+        } else if (key == "width-range" && m_session.version == 2) {
+            once(m_sawWidthRange, key);
+            range(key, value, m_session.widthRange.emplace().low, m_session.widthRange->high);
+        } else if (key == "name" && m_session.version == 2) {
+            onceOptional(m_session.name, key);
+            m_session.name = text(key, value);
         } else {
-            fail("unknown header line " + quoted(key) +
-                 "; the header has device, x-range, y-range, pnp-id and blacklist-version, "
-                 "and packets begin with their time");
+            fail("unknown header line " + quoted(key) + "; the header has device, x-range, y-range, pnp-id and " +
+                 "blacklist-version" + (m_session.version == 2 ? ", size-mm, width-range and name" : "") +
+                 ", and packets begin with their time");
         }
     }
 
@@ -289,6 +293,44 @@ private:
         m_session.packets.push_back(p);
     }
 
+    void size(std::string_view value)
+    {
+        const std::vector<std::string_view> parts = fields(value);
+        double* const sides[] = {&m_session.widthMm.emplace(), &m_session.heightMm.emplace()};
+        for (std::size_t i = 0; i < parts.size() && i < 2; ++i) {
+            const auto [end, error] = std::from_chars(parts[i].data(), parts[i].data() + parts[i].size(), *sides[i]);
+            if (error != std::errc() || end != parts[i].data() + parts[i].size() || !(*sides[i] > 0.0) ||
+                *sides[i] > 10000.0) {
+                fail("size-mm " + quoted(value) + " is not a size; give WIDTH HEIGHT in millimetres, each above 0");
+            }
+        }
+        if (parts.size() != 2) {
+            fail("size-mm " + quoted(value) + " is not a size; give WIDTH HEIGHT in millimetres, each above 0");
+        }
+    }
+
+    void frame(std::string_view line)
+    {
+        if (!m_stream) {
+            requireHeader("before the first frame");
+            rawkit::TouchLayout layout;
+            layout.x = {m_session.xLo, m_session.xHi};
+            layout.y = {m_session.yLo, m_session.yHi};
+            layout.width = m_session.widthRange;
+            m_stream.emplace(layout);
+        }
+        rawkit::TouchFrame parsed;
+        std::string error;
+        if (!FrameLine::parse(fields(line), parsed, error)) {
+            fail(error);
+        }
+        if (!m_session.frames.empty() && parsed.timeUs < m_session.frames.back().timeUs) {
+            fail("time " + quoted(fields(line)[0]) + " is before the previous frame's; times never decrease");
+        }
+        m_session.packets.push_back(m_stream->add(parsed));
+        m_session.frames.push_back(std::move(parsed));
+    }
+
     bool flag(const char* name, std::string_view value) const
     {
         if (value != "0" && value != "1") {
@@ -331,6 +373,9 @@ private:
     bool m_sawDevice = false;
     bool m_sawXRange = false;
     bool m_sawYRange = false;
+    bool m_sawSize = false;
+    bool m_sawWidthRange = false;
+    std::optional<TouchFrameStream> m_stream;
 };
 
 }  // namespace

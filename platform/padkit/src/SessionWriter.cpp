@@ -2,6 +2,8 @@
 
 #include <sstream>
 
+#include "padkit/FrameLine.h"
+
 namespace padkit {
 
 namespace {
@@ -21,6 +23,22 @@ std::string oneLine(std::string text)
         }
     }
     return text;
+}
+
+// A size to a hundredth of a millimetre, without trailing zeros.
+std::string millimetres(double mm)
+{
+    std::ostringstream text;
+    text.precision(2);
+    text << std::fixed << mm;
+    std::string digits = text.str();
+    while (digits.back() == '0') {
+        digits.pop_back();
+    }
+    if (digits.back() == '.') {
+        digits.pop_back();
+    }
+    return digits;
 }
 
 }  // namespace
@@ -48,6 +66,11 @@ void SessionWriter::write(const Packet& packet)
     m_out << packetLine(packet) << std::flush;
 }
 
+void SessionWriter::write(const rawkit::TouchFrame& frame)
+{
+    m_out << FrameLine::format(frame) << '\n' << std::flush;
+}
+
 bool SessionWriter::good() const
 {
     return static_cast<bool>(m_out);
@@ -56,7 +79,8 @@ bool SessionWriter::good() const
 std::string SessionWriter::headerText(const Session& header, const std::string& comment)
 {
     std::ostringstream text;
-    text << "padkit-session 1\n";
+    const bool frames = header.version == 2 && header.type == SynDeviceTouchPad;
+    text << "padkit-session " << (header.version == 2 ? 2 : 1) << "\n";
     if (!comment.empty()) {
         text << "# " << oneLine(comment) << "\n";
     }
@@ -66,7 +90,19 @@ std::string SessionWriter::headerText(const Session& header, const std::string& 
     if (header.pnpId && header.pnpId->find('"') == std::string::npos) {
         text << "pnp-id " << quotedValue(oneLine(*header.pnpId)) << "\n";
     }
-    text << "\n# time finger x y w motion stick-x stick-y buttons\n";
+    if (header.version == 2) {
+        if (header.widthMm && header.heightMm) {
+            text << "size-mm " << millimetres(*header.widthMm) << " " << millimetres(*header.heightMm) << "\n";
+        }
+        if (header.widthRange) {
+            text << "width-range " << header.widthRange->low << " " << header.widthRange->high << "\n";
+        }
+        if (header.name && header.name->find('"') == std::string::npos) {
+            text << "name " << quotedValue(oneLine(*header.name)) << "\n";
+        }
+    }
+    text << (frames ? "\n# time buttons id,tip,confidence,x,y,width,height,pressure...\n"
+                    : "\n# time finger x y w motion stick-x stick-y buttons\n");
     return text.str();
 }
 

@@ -15,32 +15,35 @@ bool TouchPacketBuilder::inRightClickZone(std::int32_t x, std::int32_t y) const
     return fx >= 0.5 && fy >= 0.8;
 }
 
-std::int32_t TouchPacketBuilder::width(const rawkit::TouchSample& sample) const
+std::int32_t TouchPacketBuilder::width(const rawkit::ContactReport& contact) const
 {
-    if (!sample.width || !m_layout.width || m_layout.width->high <= m_layout.width->low) {
+    if (!contact.width || !m_layout.width || m_layout.width->high <= m_layout.width->low) {
         return kDefaultWidth;
     }
-    const double fraction = static_cast<double>(*sample.width - m_layout.width->low) /
+    const double fraction = static_cast<double>(*contact.width - m_layout.width->low) /
                             (m_layout.width->high - m_layout.width->low);
     return std::clamp(static_cast<std::int32_t>(std::lround(fraction * 15.0)), 1, 15);
 }
 
-Packet TouchPacketBuilder::build(const rawkit::TouchSample& sample, std::int64_t timeMs)
+Packet TouchPacketBuilder::build(const rawkit::TouchFrame& frame, const rawkit::ContactTracker& tracker)
 {
     Packet packet;
-    packet.timeMs = timeMs;
-    packet.finger = sample.tip;
-    if (packet.finger) {
-        packet.x = sample.x;
-        packet.y = m_layout.y.low + m_layout.y.high - sample.y;
-        packet.width = width(sample);
+    packet.timeMs = frame.timeUs / 1000;
+    const rawkit::ContactTracker::Finger* shown = tracker.shown();
+    packet.finger = shown != nullptr;
+    if (shown != nullptr) {
+        packet.x = shown->contact.x;
+        packet.y = m_layout.y.low + m_layout.y.high - shown->contact.y;
+        packet.width = width(shown->contact);
         packet.motion = m_previous.finger && (packet.x != m_previous.x || packet.y != m_previous.y);
     }
     // One button alone is the pad's own click: where and with how many fingers says which.
-    const bool secondary = sample.contactCount >= 2 || (sample.tip && inRightClickZone(sample.x, sample.y));
-    packet.left = sample.button1 && !secondary;
-    packet.right = sample.button2 || (sample.button1 && secondary);
-    packet.middle = sample.button3;
+    const bool button1 = (frame.buttons & 1) != 0;
+    const bool secondary = tracker.fingers().size() >= 2 ||
+                           (shown != nullptr && inRightClickZone(shown->contact.x, shown->contact.y));
+    packet.left = button1 && !secondary;
+    packet.right = (frame.buttons & 2) != 0 || (button1 && secondary);
+    packet.middle = (frame.buttons & 4) != 0;
     m_previous = packet;
     return packet;
 }

@@ -60,6 +60,16 @@ const char* QualityAnalysis::name(Check check)
     return names[check];
 }
 
+bool QualityAnalysis::isCheckName(std::string_view given)
+{
+    for (int check = 0; check < CheckCount; ++check) {
+        if (given == name(static_cast<Check>(check))) {
+            return true;
+        }
+    }
+    return false;
+}
+
 void QualityAnalysis::add(const TimedReport& report)
 {
     m_rate.add(report);

@@ -101,9 +101,13 @@ std::vector<DeviceInfo> RawInputDevices::enumerate(const KnownSticks& sticks)
         device.vid = InterfacePath::vendorId(device.path);
         device.pid = InterfacePath::productId(device.path);
         device.kind = kindOf(device, sticks);
-        if (device.kind == DeviceKind::Touchpad &&
-            HidTouchDecoder::create(preparsedData(device.handle), device.problem) == nullptr && device.problem.empty()) {
-            device.problem = "its reports cannot be read";
+        if (device.kind == DeviceKind::Touchpad) {
+            const auto decoder = HidTouchDecoder::create(preparsedData(device.handle), device.problem);
+            if (decoder) {
+                device.touch = decoder->layout();
+            } else if (device.problem.empty()) {
+                device.problem = "its reports cannot be read";
+            }
         }
         devices.push_back(std::move(device));
     }

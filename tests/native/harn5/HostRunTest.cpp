@@ -439,6 +439,40 @@ TEST(Report, MeasurementsBelongToTheirRunAndOutsideARunAreRefused)
     EXPECT_THROW(harness.host.measure({{"Late", 1, "count"}}), HarnException);
 }
 
+TEST(Report, AnEventsDetailAndTheFilesOfARunBesideTheReport)
+{
+    HostHarness harness;
+    ReportFile report;
+    std::vector<std::optional<fs::path>> files;
+    harness.behaviour = [&](const DiagDevice&) {
+        harness.host.report(Host::Severity::Error, harness.failed, "KstrMouseDlg", 425, "row 3 column 5");
+        harness.host.report(Host::Severity::Error, harness.failed, "KstrMouseDlg", 425);
+        files.push_back(harness.host.runFile("map.png"));
+        return TestResult::PASS();
+    };
+    harness.run({"--test", "MouseTest", "--test", "MouseTest", "--device", "Mouse", "--report", report.path()});
+    const json events = report.read()["runs"][0]["events"];
+    ASSERT_EQ(events.size(), 2U);
+    EXPECT_EQ(events[0]["detail"], "row 3 column 5");
+    EXPECT_FALSE(events[1].contains("detail")) << "no detail, no key";
+    ASSERT_EQ(files.size(), 2U);
+    EXPECT_EQ(files[0], report.folder() / "report-run1-map.png");
+    EXPECT_EQ(files[1], report.folder() / "report-run2-map.png");
+    EXPECT_FALSE(harness.host.runFile("map.png")) << "outside a run";
+}
+
+TEST(Report, NoFilesBesideAReportKeptInMemory)
+{
+    HostHarness harness;
+    std::optional<fs::path> file = fs::path("set");
+    harness.behaviour = [&](const DiagDevice&) {
+        file = harness.host.runFile("map.png");
+        return TestResult::PASS();
+    };
+    harness.run({"--test", "MouseTest", "--device", "Mouse"});
+    EXPECT_FALSE(file);
+}
+
 TEST(Registration, SameNamesGiveSameHandlesOrAreRefused)
 {
     HostHarness harness;

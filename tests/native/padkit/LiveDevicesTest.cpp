@@ -33,11 +33,17 @@ DeviceInfo device(DeviceKind kind, const std::string& path, bool rawMouse)
     return info;
 }
 
+DeviceInfo touchpad(DeviceInfo info)
+{
+    info.touch = rawkit::TouchLayout{};
+    return info;
+}
+
 // A laptop: a mouse collection, its touchpad, a stick and a pen.
 std::vector<DeviceInfo> laptop()
 {
     return {device(DeviceKind::Mouse, R"(\\?\HID#VID_845E&PID_0001#1)", true),
-            device(DeviceKind::Touchpad, R"(\\?\HID#VID_845E&PID_0002&COL02#1)", false),
+            touchpad(device(DeviceKind::Touchpad, R"(\\?\HID#VID_845E&PID_0002&COL02#1)", false)),
             device(DeviceKind::Mouse, R"(\\?\HID#VID_845E&PID_0003&MI_01#1)", true),
             device(DeviceKind::Other, R"(\\?\HID#VID_845E&PID_0004#1)", false)};
 }
@@ -86,8 +92,22 @@ TEST(LiveDevices, EachKindIsOfferedToItsTestsWithWhatTheSystemSaysOfIt)
     EXPECT_EQ(entry->liveDevice, R"(\\?\HID#VID_845E&PID_0002&COL02#1)");
     EXPECT_EQ(entry->record, "rec.session");
 
+    EXPECT_EQ(text(found[1], "PadSize"), "unknown");
+    EXPECT_EQ(text(found[1], "ContactsPerReport"), "1");
+    EXPECT_EQ(text(found[0], "PadSize"), "(absent)");
+
     EXPECT_TRUE(found[3].capability().empty());   // listed, but no test runs on a pen
     EXPECT_EQ(text(found[3], "Kind"), "other");
+}
+
+TEST(LiveDevices, ATouchpadsSizeIsListedInMillimetresWhenItsDescriptorSaysIt)
+{
+    rawkit::TouchLayout layout;
+    layout.widthMm = 101.3;
+    layout.heightMm = 57.94;
+    EXPECT_EQ(padkit::LiveDeviceCatalog::padSize(layout), "101.3 x 57.9 mm");
+    layout.heightMm.reset();
+    EXPECT_EQ(padkit::LiveDeviceCatalog::padSize(layout), "unknown");
 }
 
 TEST(LiveDevices, ATouchpadWhoseReportsCannotBeReadIsRefusedByName)

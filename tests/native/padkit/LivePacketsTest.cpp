@@ -4,46 +4,52 @@
 #include <string>
 #include <vector>
 
+#include "padkit/FrameLine.h"
+#include "padkit/SessionError.h"
 #include "padkit/SessionParser.h"
 #include "padkit/SessionWriter.h"
 #include "padkit/StickPacketBuilder.h"
-#include "padkit/TouchPacketBuilder.h"
+#include "padkit/TouchFrameStream.h"
 
 using padkit::Packet;
 using padkit::Session;
 using padkit::SessionWriter;
-using rawkit::TouchSample;
+using padkit::TouchFrameStream;
+using rawkit::ContactReport;
+using rawkit::TouchFrame;
 
 namespace {
 
 // A pad 0..1000 wide and 0..500 high (Y growing downwards), widths 0..100.
 rawkit::TouchLayout pad(bool withWidth)
 {
-    rawkit::TouchLayout layout{{0, 1000}, {0, 500}, std::nullopt};
+    rawkit::TouchLayout layout;
+    layout.x = {0, 1000};
+    layout.y = {0, 500};
     if (withWidth) {
         layout.width = rawkit::ValueRange{0, 100};
     }
     return layout;
 }
 
-TouchSample touch(std::int32_t x, std::int32_t y, unsigned contacts = 1)
+ContactReport contact(std::uint32_t id, std::int32_t x, std::int32_t y, bool tip = true)
 {
-    TouchSample sample;
-    sample.tip = contacts > 0;
-    sample.contactCount = contacts;
-    sample.x = x;
-    sample.y = y;
-    return sample;
+    return ContactReport{id, tip, true, x, y, {}, {}, {}};
+}
+
+TouchFrame frame(std::int64_t timeMs, std::vector<ContactReport> contacts, std::uint8_t buttons = 0)
+{
+    return TouchFrame{timeMs * 1000, std::move(contacts), buttons, std::nullopt};
 }
 
 }  // namespace
 
-TEST(TouchPackets, PositionWidthAndMotionFollowTheFirstContact)
+TEST(TouchPackets, PositionWidthAndMotionFollowTheFingerShown)
 {
-    padkit::TouchPacketBuilder builder(pad(true));
-    TouchSample first = touch(200, 100);
+    TouchFrameStream stream(pad(true));
+    ContactReport first = contact(0, 200, 100);
     first.width = 50;
-    const Packet landed = builder.build(first, 10);
+    const Packet landed = stream.add(frame(10, {first}));
     EXPECT_TRUE(landed.finger);
     EXPECT_EQ(landed.timeMs, 10);
     EXPECT_EQ(landed.x, 200);
@@ -52,21 +58,30 @@ TEST(TouchPackets, PositionWidthAndMotionFollowTheFirstContact)
     EXPECT_FALSE(landed.motion);       // a finger that just landed has not moved
 
     first.x = 210;
-    EXPECT_TRUE(builder.build(first, 20).motion);
-    EXPECT_FALSE(builder.build(first, 30).motion);
+    EXPECT_TRUE(stream.add(frame(20, {first})).motion);
+    // A second finger moving does not move the one shown.
+    const Packet second = stream.add(frame(30, {first, contact(1, 700, 300)}));
+    EXPECT_FALSE(second.motion);
+    EXPECT_EQ(second.x, 210);
+    EXPECT_EQ(stream.add(frame(40, {contact(1, 720, 300), first})).x, 210);
 
-    const Packet lifted = builder.build(TouchSample{}, 40);
+    // The first lifts while the second stays: the second is shown.
+    const Packet handedOver = stream.add(frame(50, {contact(0, 210, 100, false), contact(1, 730, 300)}));
+    EXPECT_TRUE(handedOver.finger);
+    EXPECT_EQ(handedOver.x, 730);
+
+    const Packet lifted = stream.add(frame(60, {}));
     EXPECT_FALSE(lifted.finger);
     EXPECT_FALSE(lifted.motion);
     EXPECT_EQ(lifted.width, 0);
 
     // A pad that reports no width gives a fingertip's; the ends of a range stay on the scale.
-    padkit::TouchPacketBuilder narrow(pad(false));
-    EXPECT_EQ(narrow.build(touch(0, 0), 0).width, padkit::TouchPacketBuilder::kDefaultWidth);
-    padkit::TouchPacketBuilder ends(pad(true));
-    TouchSample full = touch(1000, 500);
+    TouchFrameStream narrow(pad(false));
+    EXPECT_EQ(narrow.add(frame(0, {contact(0, 0, 0)})).width, padkit::TouchPacketBuilder::kDefaultWidth);
+    TouchFrameStream ends(pad(true));
+    ContactReport full = contact(0, 1000, 500);
     full.width = 100;
-    const Packet corner = ends.build(full, 0);
+    const Packet corner = ends.add(frame(0, {full}));
     EXPECT_EQ(corner.width, 15);
     EXPECT_EQ(corner.x, 1000);
     EXPECT_EQ(corner.y, 0);
@@ -74,28 +89,51 @@ TEST(TouchPackets, PositionWidthAndMotionFollowTheFirstContact)
 
 TEST(TouchPackets, AClickpadClicksRightWithTwoFingersOrInTheBottomRightCorner)
 {
-    padkit::TouchPacketBuilder builder(pad(false));
-    const auto click = [&](TouchSample sample) {
-        sample.button1 = true;
-        return builder.build(sample, 0);
+    const auto click = [](std::vector<ContactReport> contacts) {
+        TouchFrameStream stream(pad(false));
+        return stream.add(frame(0, std::move(contacts), 1));
     };
-    const Packet middleOfPad = click(touch(500, 250));
+    const Packet middleOfPad = click({contact(0, 500, 250)});
     EXPECT_TRUE(middleOfPad.left);
     EXPECT_FALSE(middleOfPad.right);
-    EXPECT_TRUE(click(touch(900, 450)).right);
-    EXPECT_TRUE(click(touch(100, 450)).left);          // bottom left stays a left click
-    const Packet twoFingers = click(touch(100, 100, 2));
+    EXPECT_TRUE(click({contact(0, 900, 450)}).right);
+    EXPECT_TRUE(click({contact(0, 100, 450)}).left);          // bottom left stays a left click
+    const Packet twoFingers = click({contact(0, 100, 100), contact(1, 300, 100)});
     EXPECT_TRUE(twoFingers.right);
     EXPECT_FALSE(twoFingers.left);
+    // A palm beside the finger is no second finger.
+    std::vector<ContactReport> withPalm = {contact(0, 100, 100), contact(1, 600, 100)};
+    withPalm[1].confidence = false;
+    EXPECT_TRUE(click(withPalm).left);
 
     // Pads with buttons of their own.
-    TouchSample buttons = touch(500, 250);
-    buttons.button2 = true;
-    buttons.button3 = true;
-    const Packet both = builder.build(buttons, 0);
+    TouchFrameStream stream(pad(false));
+    const Packet both = stream.add(frame(0, {contact(0, 500, 250)}, 0b110));
     EXPECT_TRUE(both.right);
     EXPECT_TRUE(both.middle);
     EXPECT_FALSE(both.left);
+}
+
+TEST(TouchPackets, HybridReportsGiveOnePacketAFrame)
+{
+    TouchFrameStream stream(pad(false));
+    const auto report = [](ContactReport slot, unsigned count) {
+        rawkit::TouchReport r;
+        r.slots = {slot};
+        r.contactCount = count;
+        return r;
+    };
+    int packets = 0;
+    for (int scan = 0; scan < 10; ++scan) {
+        for (const auto& r : {report(contact(0, 100, 100), 2), report(contact(1, 500 + scan, 200), 0)}) {
+            if (const auto packet = stream.add(r, scan * 8000)) {
+                ++packets;
+                EXPECT_EQ(packet->x, 100) << "the first finger throughout";
+            }
+        }
+    }
+    EXPECT_EQ(packets, 10);
+    EXPECT_EQ(stream.malformedFrames(), 0U);
 }
 
 TEST(StickPackets, MovementIsTheReadingAndButtonsStayHeldUntilReleased)
@@ -170,4 +208,65 @@ TEST(SessionWriting, TheFileHoldsEachPacketAsSoonAsItIsWritten)
 
     EXPECT_EQ(SessionWriter::open("/nonexistent/folder/x.session", header, "", error), nullptr);
     EXPECT_FALSE(error.empty());
+}
+
+TEST(SessionWriting, AVersion2TouchpadKeepsEveryContact)
+{
+    Session header;
+    header.type = SynDeviceTouchPad;
+    header.version = 2;
+    header.xHi = 1216;
+    header.yHi = 680;
+    header.widthMm = 101.3;
+    header.heightMm = 56.6;
+    header.widthRange = rawkit::ValueRange{0, 40};
+    header.name = "DELL07E6:00 06CB:76AF Touchpad";
+    ContactReport palm = contact(7, 900, 600);
+    palm.confidence = false;
+    palm.width = 40;
+    palm.pressure = 255;
+    const std::vector<TouchFrame> frames = {frame(0, {contact(0, 400, 300)}),
+                                            TouchFrame{7500, {contact(0, 410, 302), palm}, 1, std::nullopt},
+                                            frame(15, {}, 0b101)};
+    std::string text = SessionWriter::headerText(header, "");
+    for (const TouchFrame& f : frames) {
+        text += padkit::FrameLine::format(f) + "\n";
+    }
+    const Session read = padkit::SessionParser::parse(text, "pad.session");
+    EXPECT_EQ(read.version, 2);
+    EXPECT_EQ(read.widthMm, 101.3);
+    EXPECT_EQ(read.heightMm, 56.6);
+    EXPECT_EQ(read.widthRange, header.widthRange);
+    EXPECT_EQ(read.name, header.name);
+    EXPECT_EQ(read.frames, frames);
+    ASSERT_EQ(read.packets.size(), 3U) << "one packet a frame";
+    EXPECT_EQ(read.packets[1].timeMs, 7);
+    EXPECT_TRUE(read.packets[1].finger);
+    EXPECT_EQ(read.packets[1].x, 410);
+    EXPECT_TRUE(read.packets[1].left) << "the palm is no second finger";
+    EXPECT_FALSE(read.packets[2].finger);
+}
+
+TEST(SessionWriting, Version2FrameLinesAreCheckedFieldByField)
+{
+    const std::string head = "padkit-session 2\ndevice touchpad\nx-range 0 100\ny-range 0 100\n";
+    const auto fault = [&](const std::string& lines) {
+        try {
+            padkit::SessionParser::parse(head + lines, "pad.session");
+        } catch (const padkit::SessionError& e) {
+            return std::string(e.what());
+        }
+        return std::string("accepted");
+    };
+    EXPECT_EQ(fault("0 - 1,1,1,5,5,-,-,-\n"), "accepted");
+    EXPECT_NE(fault("0 - 1,1,1,5,5\n").find("pad.session:5: contact \"1,1,1,5,5\" has 5 fields"), std::string::npos);
+    EXPECT_NE(fault("0 - 1,2,1,5,5,-,-,-\n").find("is not a contact"), std::string::npos);
+    EXPECT_NE(fault("0 4 1,1,1,5,5,-,-,-\n").find("not a button set"), std::string::npos);
+    EXPECT_NE(fault("0.1234 -\n").find("is not a time"), std::string::npos);
+    EXPECT_NE(fault("5 -\n4.999 -\n").find("pad.session:6: time \"4.999\" is before"), std::string::npos);
+    EXPECT_NE(fault("size-mm 0 50\n").find("is not a size"), std::string::npos);
+    EXPECT_NE(fault("size-mm 10\n").find("is not a size"), std::string::npos);
+    // Version 1 knows none of it.
+    EXPECT_THROW(padkit::SessionParser::parse("padkit-session 1\ndevice touchpad\nsize-mm 10 10\n", "v1"),
+                 padkit::SessionError);
 }

@@ -66,7 +66,7 @@ TEST(SessionParser, ErrorsNameTheLineTheProblemAndWhatIsAllowed)
     const std::string packet = "0 1 3000 3000 4 1 0 0 -\n";
     const std::vector<std::pair<std::string, std::string>> cases = {
         {"", "pad.session:1: the file holds no session; the first line must be \"padkit-session 1\""},
-        {"\n# comment\npadkit-session 2\n", "pad.session:3: \"padkit-session 2\" does not begin a session"},
+        {"\n# comment\npadkit-session 3\n", "pad.session:3: \"padkit-session 3\" does not begin a session"},
         {"padkit-session 1\n", "pad.session:1: the header lacks device, x-range, y-range at the end of the file"},
         {"padkit-session 1\ndevice touchpad\n" + packet, "pad.session:3: the header lacks x-range, y-range before the first packet"},
         {"padkit-session 1\ndevice mouse\n", "pad.session:2: device \"mouse\" is not known; give touchpad or trackpoint"},

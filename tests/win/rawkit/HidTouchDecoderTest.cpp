@@ -9,7 +9,7 @@
 using hidtest::Contact;
 using hidtest::Layout;
 using rawkit::HidTouchDecoder;
-using rawkit::TouchSample;
+using rawkit::TouchReport;
 
 namespace {
 
@@ -21,14 +21,14 @@ std::unique_ptr<HidTouchDecoder> decoderFor(const Layout& layout, std::string& e
     return HidTouchDecoder::create(std::move(data), error);
 }
 
-std::optional<TouchSample> decode(const HidTouchDecoder& decoder, const std::vector<std::uint8_t>& report)
+std::optional<TouchReport> decode(const HidTouchDecoder& decoder, const std::vector<std::uint8_t>& report)
 {
     return decoder.decode(report.data(), report.size());
 }
 
 }  // namespace
 
-TEST(HidTouchDecoder, ReadsTheFirstContactOfAPadThatReportsWidth)
+TEST(HidTouchDecoder, ReadsEveryFingerCollectionOfAPadThatReportsWidth)
 {
     const Layout layout;
     std::string error;
@@ -39,43 +39,27 @@ TEST(HidTouchDecoder, ReadsTheFirstContactOfAPadThatReportsWidth)
     EXPECT_EQ(decoder->layout().y.high, 500);
     ASSERT_TRUE(decoder->layout().width.has_value());
     EXPECT_EQ(decoder->layout().width->high, 100);
+    EXPECT_EQ(decoder->layout().slots, 2U);
+    EXPECT_EQ(decoder->layout().maxContactId, 15U);
+    EXPECT_FALSE(decoder->layout().widthMm) << "no physical extent: size unknown";
 
-    // One contact.
-    auto sample = decode(*decoder, hidtest::report(layout, {{true, 200, 100, 40}}, 1, 0));
-    ASSERT_TRUE(sample.has_value());
-    EXPECT_TRUE(sample->tip);
-    EXPECT_EQ(sample->contactCount, 1U);
-    EXPECT_EQ(sample->x, 200);
-    EXPECT_EQ(sample->y, 100);
-    EXPECT_EQ(sample->width, 40);
-    EXPECT_FALSE(sample->button1);
+    auto report = decode(*decoder, hidtest::report(layout, {{true, 300, 250, 10}, {true, 900, 50, 30}}, 2, 1));
+    ASSERT_TRUE(report.has_value());
+    EXPECT_EQ(report->contactCount, 2U);
+    ASSERT_EQ(report->slots.size(), 2U);
+    EXPECT_EQ(report->slots[0], (rawkit::ContactReport{0, true, true, 300, 250, 10, {}, {}}));
+    EXPECT_EQ(report->slots[1], (rawkit::ContactReport{1, true, true, 900, 50, 30, {}, {}}));
+    EXPECT_EQ(report->buttons, 1);
 
-    // Two contacts: the first one is read, the count says two.
-    sample = decode(*decoder, hidtest::report(layout, {{true, 300, 250, 10}, {true, 900, 50, 30}}, 2, 0));
-    ASSERT_TRUE(sample.has_value());
-    EXPECT_EQ(sample->contactCount, 2U);
-    EXPECT_EQ(sample->x, 300);
-    EXPECT_EQ(sample->width, 10);
+    // The values at the ends of their logical ranges.
+    report = decode(*decoder, hidtest::report(layout, {{true, 1000, 500, 100}}, 1, 0));
+    ASSERT_TRUE(report.has_value());
+    EXPECT_EQ(report->slots[0].x, 1000);
+    EXPECT_EQ(report->slots[0].y, 500);
+    EXPECT_EQ(report->slots[0].width, 100);
+    EXPECT_FALSE(report->slots[1].tip);
 
-    // The values at the ends of their logical ranges, and the pad's button.
-    sample = decode(*decoder, hidtest::report(layout, {{true, 1000, 500, 100}}, 1, 1));
-    ASSERT_TRUE(sample.has_value());
-    EXPECT_EQ(sample->x, 1000);
-    EXPECT_EQ(sample->y, 500);
-    EXPECT_EQ(sample->width, 100);
-    EXPECT_TRUE(sample->button1);
-    sample = decode(*decoder, hidtest::report(layout, {{true, 0, 0, 0}}, 1, 0));
-    ASSERT_TRUE(sample.has_value());
-    EXPECT_EQ(sample->x, 0);
-    EXPECT_EQ(sample->y, 0);
-
-    // The finger lifted.
-    sample = decode(*decoder, hidtest::report(layout, {{false, 0, 0, 0}}, 0, 0));
-    ASSERT_TRUE(sample.has_value());
-    EXPECT_FALSE(sample->tip);
-    EXPECT_EQ(sample->contactCount, 0U);
-
-    // A report of the other report id is not one of the contact's.
+    // A report of the other report id is not one of the contacts'.
     EXPECT_FALSE(decode(*decoder, {static_cast<std::uint8_t>(layout.reportId + 1), 0x55}).has_value());
 }
 
@@ -91,14 +75,12 @@ TEST(HidTouchDecoder, ReadsAPadWithoutWidthAndWithButtonsOfItsOwn)
     ASSERT_NE(decoder, nullptr) << error;
     EXPECT_FALSE(decoder->layout().width.has_value());
 
-    const auto sample = decode(*decoder, hidtest::report(layout, {{true, 640, 320, 0}}, 1, 0b110));
-    ASSERT_TRUE(sample.has_value());
-    EXPECT_EQ(sample->x, 640);
-    EXPECT_EQ(sample->y, 320);
-    EXPECT_FALSE(sample->width.has_value());
-    EXPECT_FALSE(sample->button1);
-    EXPECT_TRUE(sample->button2);
-    EXPECT_TRUE(sample->button3);
+    const auto report = decode(*decoder, hidtest::report(layout, {{true, 640, 320, 0}}, 1, 0b110));
+    ASSERT_TRUE(report.has_value());
+    EXPECT_EQ(report->slots[0].x, 640);
+    EXPECT_FALSE(report->slots[0].width.has_value());
+    EXPECT_TRUE(report->slots[0].confidence) << "a pad without the usage rejects nothing";
+    EXPECT_EQ(report->buttons, 0b110);
 }
 
 TEST(HidTouchDecoder, APadWithoutXOrYIsRefusedWithWhatIsMissing)

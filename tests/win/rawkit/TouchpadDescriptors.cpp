@@ -1,39 +1,10 @@
 #include "TouchpadDescriptors.h"
 
-#include <windows.h>
+#include "hidparse/PlatformParser.h"
 
 namespace hidtest {
 
 namespace {
-
-// The descriptor parser's description of a device (hidpddi.h, which mingw-w64 lacks).
-struct CollectionDesc {
-    USHORT usagePage;
-    USHORT usage;
-    UCHAR collectionNumber;
-    UCHAR reserved[15];
-    USHORT inputLength;
-    USHORT outputLength;
-    USHORT featureLength;
-    USHORT preparsedDataLength;
-    void* preparsedData;
-};
-struct ReportIds {
-    UCHAR reportId;
-    UCHAR collectionNumber;
-    USHORT inputLength;
-    USHORT outputLength;
-    USHORT featureLength;
-};
-struct DeviceDesc {
-    CollectionDesc* collectionDesc;
-    ULONG collectionDescLength;
-    ReportIds* reportIds;
-    ULONG reportIdsLength;
-    ULONG debug[8];
-};
-using GetCollectionDescription = LONG(WINAPI*)(const UCHAR*, ULONG, int, DeviceDesc*);
-using FreeCollectionDescription = void(WINAPI*)(DeviceDesc*);
 
 void add(std::vector<std::uint8_t>& out, std::initializer_list<std::uint8_t> bytes)
 {
@@ -106,31 +77,19 @@ std::vector<std::uint8_t> report(const Layout& layout, const std::vector<Contact
 
 std::vector<std::uint8_t> preparsed(const std::vector<std::uint8_t>& descriptor, std::string& why)
 {
-    // The bare name is not found: the driver folder is not on the search path.
-    static const HMODULE parser = LoadLibraryW(L"C:\\windows\\system32\\drivers\\hidparse.sys");
-    if (parser == nullptr) {
-        why = "hidparse.sys cannot be loaded";
-        return {};
+    const auto description = hidparse::PlatformParser::describe(descriptor, why);
+    return description ? description->preparsed : std::vector<std::uint8_t>{};
+}
+
+std::map<std::uint8_t, std::uint16_t> inputLengths(const std::vector<std::uint8_t>& descriptor, std::string& why)
+{
+    std::map<std::uint8_t, std::uint16_t> lengths;
+    if (const auto description = hidparse::PlatformParser::describe(descriptor, why)) {
+        for (const auto& [id, report] : description->reports) {
+            lengths[id] = report.input;
+        }
     }
-    const auto get = reinterpret_cast<GetCollectionDescription>(
-        reinterpret_cast<void*>(GetProcAddress(parser, "HidP_GetCollectionDescription")));
-    const auto release = reinterpret_cast<FreeCollectionDescription>(
-        reinterpret_cast<void*>(GetProcAddress(parser, "HidP_FreeCollectionDescription")));
-    if (get == nullptr || release == nullptr) {
-        why = "hidparse.sys lacks its exports";
-        return {};
-    }
-    DeviceDesc device{};
-    const LONG status = get(descriptor.data(), static_cast<ULONG>(descriptor.size()), 0, &device);
-    if (status < 0 || device.collectionDescLength == 0) {
-        why = "the descriptor is refused: status " + std::to_string(status);
-        return {};
-    }
-    const CollectionDesc& collection = device.collectionDesc[0];
-    const auto* bytes = static_cast<const std::uint8_t*>(collection.preparsedData);
-    std::vector<std::uint8_t> data(bytes, bytes + collection.preparsedDataLength);
-    release(&device);
-    return data;
+    return lengths;
 }
 
 }  // namespace hidtest

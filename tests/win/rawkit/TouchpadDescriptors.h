@@ -4,6 +4,7 @@
 // the preparsed data comes from Wine's own descriptor parser (hidparse.sys) loaded into the
 // test process; on Windows it comes from the device.
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -35,5 +36,9 @@ std::vector<std::uint8_t> report(const Layout& layout, const std::vector<Contact
 
 // The preparsed data of the descriptor's only collection; empty, with why, when it is refused.
 std::vector<std::uint8_t> preparsed(const std::vector<std::uint8_t>& descriptor, std::string& why);
+
+// The input report length (with the id) the parser gives each report id of the descriptor;
+// empty, with why, when it is refused.
+std::map<std::uint8_t, std::uint16_t> inputLengths(const std::vector<std::uint8_t>& descriptor, std::string& why);
 
 }  // namespace hidtest

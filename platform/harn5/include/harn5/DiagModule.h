@@ -34,6 +34,8 @@ public:
     static int start();
 
     static void error(Event* event, const HarnString& sourceFile, int sourceLine);
+    // With what was found, which the report keeps beside the event.
+    static void error(Event* event, const HarnString& sourceFile, int sourceLine, const HarnString& detail);
     static void warning(Event* event, const HarnString& sourceFile, int sourceLine);
     static void informative(Event* event, const HarnString& sourceFile, int sourceLine);
 

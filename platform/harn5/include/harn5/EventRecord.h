@@ -10,6 +10,7 @@ struct EventRecord {
     std::string sourceFile;
     int line = 0;
     std::string time;                          // ISO 8601, UTC
+    std::string detail;                        // what was found, where the test says; empty: nothing
 };
 
 }  // namespace harn5

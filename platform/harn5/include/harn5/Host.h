@@ -65,7 +65,9 @@ public:
     void refuse(const Test& test, const std::string& reason);
 
     enum class Severity { Error, Warning, Informative };
-    void report(Severity severity, Event* event, const HarnString& sourceFile, int sourceLine);
+    // detail: what the test found, kept with the event in the report (empty: nothing).
+    void report(Severity severity, Event* event, const HarnString& sourceFile, int sourceLine,
+                const std::string& detail = {});
     // A stop asked for in this run (Ctrl+C, console close, --stop-after from the run's start, or
     // the stop file); the test answers it by ending. Counts the test as one that polls.
     bool checkForStop() const;
@@ -90,6 +92,9 @@ public:
     // State for the dialog library and for tests.
     std::uintptr_t hostWindow() const;
     const std::string& recordPath() const;     // --record, or empty
+    // A file of the running run beside the report: REPORT-STEM-runN-NAME in the report's folder,
+    // N the run's place in the report from 1; none without a report file or a running run.
+    std::optional<std::filesystem::path> runFile(const std::string& name) const;
     const Language& language() const;
     const Report& results() const;
     std::string listing() const;               // what --list prints

@@ -27,6 +27,7 @@ public:
     void setExitStatus(int status);
 
     const std::vector<RunRecord>& runs() const;
+    const std::filesystem::path& path() const { return m_path; }   // empty: kept in memory only
     const std::vector<EventRecord>& moduleEvents() const;
     std::string toJson() const;
     std::string summary() const;               // one line per run, for stdout

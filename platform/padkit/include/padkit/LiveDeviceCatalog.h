@@ -29,6 +29,8 @@ public:
     static std::vector<harn5::DeviceProperty> properties(const rawkit::DeviceInfo& device, std::size_t index);
     // Declares the properties' types to the host.
     static void declareProperties(harn5::Host& host);
+    // A touchpad's size as listed: "101.3 x 56.6 mm", or "unknown" when its descriptor has none.
+    static std::string padSize(const rawkit::TouchLayout& layout);
     // "Mouse 0 (845E:0001)": the kind, the index and the VID:PID or hardware id.
     static std::string displayName(const rawkit::DeviceInfo& device, std::size_t index);
 

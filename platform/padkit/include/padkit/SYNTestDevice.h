@@ -45,6 +45,12 @@ public:
     // false when it cannot be opened, and then no more packets arrive.
     bool reaquireDevice();
 
+    // A touchpad's physical size in mm; absent when its descriptor or recording does not say.
+    std::optional<double> padWidthMm() const { return m_widthMm; }
+    std::optional<double> padHeightMm() const { return m_heightMm; }
+    // Frames that never completed or made no sense, since Initialize(); never shown.
+    unsigned long malformedFrames() const;
+
     // Called once when a live device is removed or stops answering: no more packets arrive.
     // The default does nothing.
     virtual void OnSynDeviceRemoved();
@@ -64,6 +70,8 @@ private:
     void takeRanges(const padkit::Session& session);
 
     long m_handle;
+    std::optional<double> m_widthMm;
+    std::optional<double> m_heightMm;
     std::unique_ptr<padkit::ReplayPump> m_pump;   // a recorded session
     std::unique_ptr<padkit::LivePump> m_live;     // or a device of this machine
     std::optional<padkit::Packet> m_announced;   // the packet last announced

@@ -1,6 +1,6 @@
 #pragma once
 // Writes a session in the recorded-session format (FORMAT.md) as it happens: the header when the
-// file is opened, then one line per packet, each flushed, so that a run that ends abruptly keeps
+// file is opened, then one line per packet (or frame, for a version 2 touchpad), each flushed, so that a run that ends abruptly keeps
 // every packet already delivered.
 #include <filesystem>
 #include <fstream>
@@ -19,6 +19,7 @@ public:
     static std::unique_ptr<SessionWriter> open(const std::filesystem::path& file, const Session& header,
                                                const std::string& comment, std::string& error);
     void write(const Packet& packet);
+    void write(const rawkit::TouchFrame& frame);   // a version 2 touchpad's
     bool good() const;
 
     static std::string headerText(const Session& header, const std::string& comment);

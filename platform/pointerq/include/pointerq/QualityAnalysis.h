@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "pointerq/ButtonChatter.h"
@@ -57,6 +58,7 @@ public:
 
     // "rate", "buttons", "wheel", "idle": as the settings name them.
     static const char* name(Check check);
+    static bool isCheckName(std::string_view name);
 
     const Settings& settings() const { return m_settings; }
     const ReportRate& rate() const { return m_rate; }

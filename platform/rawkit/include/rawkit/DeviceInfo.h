@@ -6,6 +6,8 @@
 #include <optional>
 #include <string>
 
+#include "rawkit/TouchFrame.h"
+
 namespace rawkit {
 
 enum class DeviceKind { Mouse, Touchpad, PointingStick, Other };
@@ -26,6 +28,7 @@ struct DeviceInfo {
     unsigned buttons = 0;
     unsigned sampleRate = 0;          // reports per second as the driver states it; 0 unknown
     bool horizontalWheel = false;
+    std::optional<TouchLayout> touch; // a touchpad whose reports can be read: its layout
     std::string problem;              // why its reports cannot be read; empty when they can
 };
 

@@ -1,7 +1,6 @@
 #pragma once
 // Reports as the platform delivers them, reduced to what the tests use.
 #include <cstdint>
-#include <optional>
 
 namespace rawkit {
 
@@ -25,30 +24,5 @@ constexpr std::uint16_t kMiddleUp = 0x0020;
 constexpr std::uint16_t kWheel = 0x0400;
 constexpr std::uint16_t kHWheel = 0x0800;
 }  // namespace mouse
-
-// The logical range of one value of a HID report.
-struct ValueRange {
-    std::int32_t low = 0;
-    std::int32_t high = 0;
-};
-
-// The ranges of a touchpad's first contact, from its report descriptor.
-struct TouchLayout {
-    ValueRange x;
-    ValueRange y;
-    std::optional<ValueRange> width;   // absent: the device reports no contact width
-};
-
-// One decoded touchpad report: its first contact, the contact count and the buttons.
-struct TouchSample {
-    unsigned contactCount = 0;
-    bool tip = false;                  // the first contact touches
-    std::int32_t x = 0;
-    std::int32_t y = 0;
-    std::optional<std::int32_t> width;
-    bool button1 = false;              // the pad's own click, or its left button
-    bool button2 = false;
-    bool button3 = false;
-};
 
 }  // namespace rawkit

@@ -9,6 +9,7 @@
 #include "padkit/SessionDeviceProvider.h"
 #include "quality/PointerQualityTest.h"
 #include "synaptics/synaptics.h"
+#include "touchquality/TouchpadQualityTest.h"
 
 using harn5::DataType;
 using harn5::DeviceCapability;
@@ -314,10 +315,70 @@ namespace {
 [[maybe_unused]] harn5::Test* const mouseTestWithSideButtons = tests::MouseTest->addParameter(params::bRequireSideButtons);
 }
 
-// 16. The touch tests' removed device, after everything above.
+// 16. The touchpad quality test, after everything above: its own parameters (RequiredChecks and
+// uIdleSeconds are the pointer quality test's, each test taking its own checks and default),
+// events (all reported by its entry point), texts, and the test, on every touchpad.
+harn5::Parameter* const params::uMinContacts = parameter("uMinContacts", DataType::UINT32());
+harn5::Parameter* const params::uMaxJitterMicrons = parameter("uMaxJitterMicrons", DataType::UINT32());
+harn5::Parameter* const params::bJudgeReportRate = parameter("bJudgeReportRate", DataType::BOOLEAN());
+harn5::Event* const events::TOUCHPAD_DEAD_ZONE = event("TOUCHPAD_DEAD_ZONE", "error", "TouchpadQualityTest", 70);
+harn5::Event* const events::TOUCHPAD_CONTACTS_BELOW_MINIMUM =
+    event("TOUCHPAD_CONTACTS_BELOW_MINIMUM", "error", "TouchpadQualityTest", 70);
+harn5::Event* const events::TOUCHPAD_JITTER = event("TOUCHPAD_JITTER", "error", "TouchpadQualityTest", 70);
+harn5::Event* const events::TOUCHPAD_REPORT_RATE_OUT_OF_RANGE =
+    event("TOUCHPAD_REPORT_RATE_OUT_OF_RANGE", "error", "TouchpadQualityTest", 70);
+harn5::Event* const events::TOUCHPAD_GHOST_CONTACT = event("TOUCHPAD_GHOST_CONTACT", "error", "TouchpadQualityTest", 70);
+harn5::Event* const events::TOUCHPAD_RESOLUTION_BELOW_MINIMUM =
+    event("TOUCHPAD_RESOLUTION_BELOW_MINIMUM", "error", "TouchpadQualityTest", 70);
+harn5::Event* const events::TOUCHPAD_QUALITY_TEST_FAILED =
+    event("TOUCHPAD_QUALITY_TEST_FAILED", "error", "TouchpadQualityTest", 76);
+harn5::LocalizedString* const texts::TqInstructions = text("TqInstructions");
+harn5::LocalizedString* const texts::TqGroupCoverage = text("TqGroupCoverage");
+harn5::LocalizedString* const texts::TqGroupFigures = text("TqGroupFigures");
+harn5::LocalizedString* const texts::TqCellsToDo = text("TqCellsToDo");
+harn5::LocalizedString* const texts::TqCellsDone = text("TqCellsDone");
+harn5::LocalizedString* const texts::TqFingers = text("TqFingers");
+harn5::LocalizedString* const texts::TqMostAtOnce = text("TqMostAtOnce");
+harn5::LocalizedString* const texts::TqPalmFrames = text("TqPalmFrames");
+harn5::LocalizedString* const texts::TqRest = text("TqRest");
+harn5::LocalizedString* const texts::TqRestHolding = text("TqRestHolding");
+harn5::LocalizedString* const texts::TqRateOne = text("TqRateOne");
+harn5::LocalizedString* const texts::TqRateSeveral = text("TqRateSeveral");
+harn5::LocalizedString* const texts::TqClicks = text("TqClicks");
+harn5::LocalizedString* const texts::TqLeftHalf = text("TqLeftHalf");
+harn5::LocalizedString* const texts::TqRightHalf = text("TqRightHalf");
+harn5::LocalizedString* const texts::TqButton1 = text("TqButton1");
+harn5::LocalizedString* const texts::TqButton2 = text("TqButton2");
+harn5::LocalizedString* const texts::TqResolution = text("TqResolution");
+harn5::LocalizedString* const texts::TqPadSize = text("TqPadSize");
+harn5::LocalizedString* const texts::TqUnknown = text("TqUnknown");
+harn5::LocalizedString* const texts::TqIdleClean = text("TqIdleClean");
+harn5::LocalizedString* const texts::TqIdleGhost = text("TqIdleGhost");
+harn5::LocalizedString* const texts::TqCheckCoverage = text("TqCheckCoverage");
+harn5::LocalizedString* const texts::TqCheckContacts = text("TqCheckContacts");
+harn5::LocalizedString* const texts::TqCheckJitter = text("TqCheckJitter");
+harn5::LocalizedString* const texts::TqCheckJitterUnsized = text("TqCheckJitterUnsized");
+harn5::LocalizedString* const texts::TqCheckRate = text("TqCheckRate");
+harn5::LocalizedString* const texts::TqCheckButtons = text("TqCheckButtons");
+harn5::LocalizedString* const texts::TqCheckButtonsSeparate = text("TqCheckButtonsSeparate");
+harn5::LocalizedString* const texts::TqCheckResolution = text("TqCheckResolution");
+harn5::Test* const tests::TouchpadQualityTest =
+    DiagModule::createTest(HarnString("TouchpadQualityTest"),
+                           DeviceCapability::Mouse() | DeviceCapability::SynapticsMouse() |
+                               DeviceCapability::SynapticsTouchPad(),
+                           &runTouchpadQualityTest)
+        ->setInteractive(true)
+        ->setCreatesOwnGUI(true)
+        ->addParameter(params::RequiredChecks)
+        ->addParameter(params::uMinContacts)
+        ->addParameter(params::uMaxJitterMicrons)
+        ->addParameter(params::bJudgeReportRate)
+        ->addParameter(params::uIdleSeconds);
+
+// 17. The touch tests' removed device, after everything above.
 harn5::Event* const events::TOUCH_DEVICE_REMOVED = event("TOUCH_DEVICE_REMOVED", "error", "CSynapticsDlg", 380);
 
-// 17. The labels of the outlines that stand in for missing pictures, after everything above.
+// 18. The labels of the outlines that stand in for missing pictures, after everything above.
 harn5::LocalizedString* const texts::PictureDoubleClickTarget = text("PictureDoubleClickTarget");
 harn5::LocalizedString* const texts::PictureDragItem = text("PictureDragItem");
 harn5::LocalizedString* const texts::PictureDropArea = text("PictureDropArea");

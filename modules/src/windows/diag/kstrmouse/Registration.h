@@ -32,6 +32,14 @@ extern harn5::Event* const POINTER_DRIFT_WHILE_IDLE;
 extern harn5::Event* const POINTER_JUMP;
 extern harn5::Event* const REPORT_RATE_BELOW_MINIMUM;
 extern harn5::Event* const POINTER_QUALITY_TEST_FAILED;
+// The touchpad quality test: one per kind of finding, and the user's own Fail.
+extern harn5::Event* const TOUCHPAD_DEAD_ZONE;
+extern harn5::Event* const TOUCHPAD_CONTACTS_BELOW_MINIMUM;
+extern harn5::Event* const TOUCHPAD_JITTER;
+extern harn5::Event* const TOUCHPAD_REPORT_RATE_OUT_OF_RANGE;
+extern harn5::Event* const TOUCHPAD_GHOST_CONTACT;
+extern harn5::Event* const TOUCHPAD_RESOLUTION_BELOW_MINIMUM;
+extern harn5::Event* const TOUCHPAD_QUALITY_TEST_FAILED;
 // The device under a touch test went away (not a technician's Fail).
 extern harn5::Event* const TOUCH_DEVICE_REMOVED;
 }  // namespace events
@@ -136,6 +144,37 @@ extern harn5::LocalizedString* const PqCheckWheel;
 extern harn5::LocalizedString* const PqCheckIdle;
 extern harn5::LocalizedString* const PqFound;
 extern harn5::LocalizedString* const PqAllDone;
+// Touchpad quality dialog (with the pointer quality dialog's hands-off and status texts).
+extern harn5::LocalizedString* const TqInstructions;
+extern harn5::LocalizedString* const TqGroupCoverage;
+extern harn5::LocalizedString* const TqGroupFigures;
+extern harn5::LocalizedString* const TqCellsToDo;
+extern harn5::LocalizedString* const TqCellsDone;
+extern harn5::LocalizedString* const TqFingers;
+extern harn5::LocalizedString* const TqMostAtOnce;
+extern harn5::LocalizedString* const TqPalmFrames;
+extern harn5::LocalizedString* const TqRest;
+extern harn5::LocalizedString* const TqRestHolding;
+extern harn5::LocalizedString* const TqRateOne;
+extern harn5::LocalizedString* const TqRateSeveral;
+extern harn5::LocalizedString* const TqClicks;
+extern harn5::LocalizedString* const TqLeftHalf;
+extern harn5::LocalizedString* const TqRightHalf;
+extern harn5::LocalizedString* const TqButton1;
+extern harn5::LocalizedString* const TqButton2;
+extern harn5::LocalizedString* const TqResolution;
+extern harn5::LocalizedString* const TqPadSize;
+extern harn5::LocalizedString* const TqUnknown;
+extern harn5::LocalizedString* const TqIdleClean;
+extern harn5::LocalizedString* const TqIdleGhost;
+extern harn5::LocalizedString* const TqCheckCoverage;
+extern harn5::LocalizedString* const TqCheckContacts;
+extern harn5::LocalizedString* const TqCheckJitter;
+extern harn5::LocalizedString* const TqCheckJitterUnsized;
+extern harn5::LocalizedString* const TqCheckRate;
+extern harn5::LocalizedString* const TqCheckButtons;
+extern harn5::LocalizedString* const TqCheckButtonsSeparate;
+extern harn5::LocalizedString* const TqCheckResolution;
 // What stands in for a picture whose file is missing: the label of its outline.
 extern harn5::LocalizedString* const PictureDoubleClickTarget;
 extern harn5::LocalizedString* const PictureDragItem;
@@ -164,6 +203,9 @@ extern harn5::Parameter* const uChatterThresholdMs;
 extern harn5::Parameter* const uIdleSeconds;
 extern harn5::Parameter* const uMinReportRateHz;
 extern harn5::Parameter* const RequiredChecks;
+extern harn5::Parameter* const uMinContacts;
+extern harn5::Parameter* const uMaxJitterMicrons;
+extern harn5::Parameter* const bJudgeReportRate;
 }  // namespace params
 
 namespace tests {
@@ -172,6 +214,7 @@ namespace tests {
 extern harn5::Test* const MouseInteractiveTest;
 extern harn5::Test* const MouseTest;
 extern harn5::Test* const PointerQualityTest;
+extern harn5::Test* const TouchpadQualityTest;
 }  // namespace tests
 
 }  // namespace kstrmouse

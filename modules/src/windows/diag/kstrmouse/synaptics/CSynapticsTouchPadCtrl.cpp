@@ -21,6 +21,7 @@ std::wstring textOf(const harn5::LocalizedString* key)
 
 BEGIN_MESSAGE_MAP(CSynapticsTouchPadCtrl, CWnd)
     ON_WM_CREATE()
+    ON_WM_DESTROY()
     ON_WM_ERASEBKGND()
     ON_WM_PAINT()
 END_MESSAGE_MAP()
@@ -53,7 +54,24 @@ int CSynapticsTouchPadCtrl::OnCreate(LPCREATESTRUCT lpCreateStruct)
                                  kLineDriverCommunicationError);
         return -1;
     }
+    m_started = true;
     return CWnd::OnCreate(lpCreateStruct);
+}
+
+void CSynapticsTouchPadCtrl::OnDestroy()
+{
+    if (!m_started) {
+        CWnd::OnDestroy();
+        return;
+    }
+    std::vector<harn5::RunRecord::Measurement> figures;
+    if (padWidthMm() && padHeightMm()) {
+        figures.push_back({"PadWidth", *padWidthMm(), "mm"});
+        figures.push_back({"PadHeight", *padHeightMm(), "mm"});
+    }
+    figures.push_back({"MalformedFrames", static_cast<double>(malformedFrames()), "frames"});
+    harn5::DiagModule::measure(figures);
+    CWnd::OnDestroy();
 }
 
 void CSynapticsTouchPadCtrl::OnSynDeviceRemoved()

@@ -39,6 +39,8 @@ public:
 protected:
     // WM_CREATE: starts the device; refuses the window when it cannot be started.
     afx_msg int OnCreate(LPCREATESTRUCT lpCreateStruct);
+    // WM_DESTROY: the pad's size and the frames it garbled go to the run's report.
+    afx_msg void OnDestroy();
     // The paint covers every pixel: nothing to erase.
     afx_msg BOOL OnEraseBkgnd(CDC* pDC);
     // WM_PAINT: the pad, the finger marker and the buttons composed off-screen, then copied.
@@ -60,4 +62,5 @@ private:
     PaintSurface m_bases[2][2];  // pad and buttons, by left and right button held
     PaintSurface m_surface;      // the picture being composed
     long m_synHandle;
+    bool m_started = false;   // the device started: there are figures to report
 };
