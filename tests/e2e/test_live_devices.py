@@ -67,6 +67,8 @@ def case_unplugged_stick_ends_the_run_with_fail(s, tmp):
     check(unplug.returncode == 0, f"no receiver heard the removal: {unplug.stdout}{unplug.stderr}")
     run, output = live_run.result()
     check(run["verdict"] == "FAIL" and live_run.proc.returncode == 1, f"{run}\n{output}")
+    # Named apart from a technician's Fail.
+    check([e["name"] for e in run["events"]] == ["TOUCH_DEVICE_REMOVED"], run)
     check("pointing stick under test was removed" in output, output)
 
 

@@ -1,11 +1,10 @@
 #include "harn5/Language.h"
 
 #include <algorithm>
-#include <fstream>
-#include <sstream>
 
 #include "harn5/HarnException.h"
 #include "harn5/Text.h"
+#include "harn5/TextFile.h"
 #include "ksx/Log.h"
 
 namespace harn5 {
@@ -61,16 +60,7 @@ Language::Language() = default;
 
 Language Language::load(const std::filesystem::path& file)
 {
-    std::ifstream in(file, std::ios::binary);
-    if (!in) {
-        throw HarnException(HarnString(Text::fromPath(file) + ": the language file cannot be read"));
-    }
-    std::ostringstream content;
-    content << in.rdbuf();
-    if (in.bad()) {
-        throw HarnException(HarnString(Text::fromPath(file) + ": the language file cannot be read"));
-    }
-    return parse(content.str(), Text::fromPath(file), Text::fromPath(file.stem()));
+    return parse(TextFile::read(file, "language file"), Text::fromPath(file), Text::fromPath(file.stem()));
 }
 
 Language Language::parse(std::string_view content, const std::string& sourceName,

@@ -15,9 +15,7 @@ Host& ProcessEnvironment::configure(Host& host)
 {
     // Native builds run the portable half only: the language files sit beside the program and
     // the language is the C library's message locale ("de_DE.UTF-8" -> "de").
-    std::error_code ignored;
-    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", ignored);
-    host.setLanguageFolder(program.parent_path() / "lang");
+    host.setLanguageFolder(executableFolder() / "lang");
     const char* current = std::setlocale(LC_MESSAGES, nullptr);
     const std::string previous = current ? current : "C";
     const char* locale = std::setlocale(LC_MESSAGES, "");
@@ -27,6 +25,12 @@ Host& ProcessEnvironment::configure(Host& host)
     host.setUserLanguage(code == "c" || code == "posix" ? std::string() : code);
     host.setConsoleInput(isatty(STDIN_FILENO) != 0);
     return host;
+}
+
+std::filesystem::path ProcessEnvironment::executableFolder()
+{
+    std::error_code ignored;
+    return std::filesystem::read_symlink("/proc/self/exe", ignored).parent_path();
 }
 
 bool ProcessEnvironment::windowExists(std::uintptr_t)

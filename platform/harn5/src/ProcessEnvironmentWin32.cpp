@@ -18,22 +18,6 @@ namespace harn5 {
 
 namespace {
 
-std::filesystem::path moduleFolder()
-{
-    std::wstring path(MAX_PATH, L'\0');
-    for (;;) {
-        const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
-        if (length == 0) {
-            return {};
-        }
-        if (length < path.size()) {
-            path.resize(length);
-            return std::filesystem::path(path).parent_path();
-        }
-        path.resize(path.size() * 2);
-    }
-}
-
 // "de-DE" -> "de"; empty when the system does not say.
 std::string userLanguage()
 {
@@ -60,6 +44,22 @@ std::vector<std::string> processArguments()
 
 }  // namespace
 
+std::filesystem::path ProcessEnvironment::executableFolder()
+{
+    std::wstring path(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+        if (length == 0) {
+            return {};
+        }
+        if (length < path.size()) {
+            path.resize(length);
+            return std::filesystem::path(path).parent_path();
+        }
+        path.resize(path.size() * 2);
+    }
+}
+
 bool ProcessEnvironment::windowExists(std::uintptr_t handle)
 {
     return IsWindow(reinterpret_cast<HWND>(handle)) != FALSE;
@@ -70,7 +70,7 @@ Host& ProcessEnvironment::configure(Host& host)
     // A killed process must not lose what it already printed.
     std::setvbuf(stdout, nullptr, _IONBF, 0);
     std::setvbuf(stderr, nullptr, _IONBF, 0);
-    host.setLanguageFolder(moduleFolder() / "lang");
+    host.setLanguageFolder(executableFolder() / "lang");
     host.setUserLanguage(userLanguage());
     // A console answers its mode; a pipe, a file or NUL (a character device too) does not.
     DWORD mode = 0;

@@ -6,8 +6,11 @@
 
 #include <algorithm>
 
+#include "ksxui/PictureOutline.h"
+
 BEGIN_MESSAGE_MAP(PngControl, CWnd)
     ON_WM_PAINT()
+    ON_MESSAGE(WM_PRINTCLIENT, &PngControl::OnPrintClient)
 END_MESSAGE_MAP()
 
 PngControl::PngControl() : m_image(nullptr), m_fit(true), m_stretch(false), m_topLeft(false) {}
@@ -25,6 +28,11 @@ int PngControl::SetImage(Gdiplus::Image& image, bool fit, bool stretch, bool top
     }
     m_image = &image;
     return 0;
+}
+
+void PngControl::SetPlaceholder(const std::wstring& label)
+{
+    m_placeholder = label;
 }
 
 RECT PngControl::ImageRect(int width, int height) const
@@ -54,7 +62,17 @@ RECT PngControl::ImageRect(int width, int height) const
 void PngControl::OnPaint()
 {
     CPaintDC paint(this);
-    const HDC dc = paint.m_hDC;
+    Paint(paint.m_hDC);
+}
+
+LRESULT PngControl::OnPrintClient(WPARAM wParam, LPARAM /*lParam*/)
+{
+    Paint(reinterpret_cast<HDC>(wParam));
+    return 0;
+}
+
+void PngControl::Paint(HDC dc)
+{
     RECT client{};
     ::GetClientRect(m_hWnd, &client);
     // What the parent draws under the control shows through the image's transparent parts;
@@ -64,6 +82,10 @@ void PngControl::OnPaint()
             ::SendMessageW(::GetParent(m_hWnd), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc),
                            reinterpret_cast<LPARAM>(m_hWnd)));
         ::FillRect(dc, &client, background != nullptr ? background : ::GetSysColorBrush(COLOR_3DFACE));
+    }
+    if (m_image == nullptr && !m_placeholder.empty()) {
+        PictureOutline::draw(dc, client, m_placeholder);
+        return;
     }
     const RECT target = ImageRect(client.right, client.bottom);
     if (target.right > target.left && target.bottom > target.top) {

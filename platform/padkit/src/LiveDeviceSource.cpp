@@ -1,13 +1,13 @@
 #include "padkit/LiveDeviceSource.h"
 
-#include <windows.h>
-
+#include <filesystem>
 #include <memory>
-#include <string>
 
 #include "padkit/DeviceRegistry.h"
 #include "padkit/LiveDeviceCatalog.h"
+#include "harn5/ProcessEnvironment.h"
 #include "harn5/Text.h"
+#include "harn5/TextFile.h"
 #include "padkit/StickDeviceProvider.h"
 #include "rawkit/RawInputDevices.h"
 
@@ -26,13 +26,12 @@ void LiveDeviceSource::registerWith(harn5::Host& host)
 
 rawkit::KnownSticks LiveDeviceSource::knownSticks()
 {
-    std::wstring module(MAX_PATH, L'\0');
-    DWORD length = 0;
-    while ((length = GetModuleFileNameW(nullptr, module.data(), static_cast<DWORD>(module.size()))) == module.size()) {
-        module.resize(module.size() * 2);
+    const std::filesystem::path file = harn5::ProcessEnvironment::executableFolder() / L"pointing-sticks.txt";
+    std::error_code ignored;
+    if (!std::filesystem::exists(file, ignored)) {
+        return {};   // the user can still name a stick
     }
-    module.resize(length);
-    return rawkit::KnownSticks::load(std::filesystem::path(module).parent_path() / L"pointing-sticks.txt");
+    return rawkit::KnownSticks::parse(harn5::TextFile::read(file, "list of pointing sticks"));
 }
 
 void LiveDeviceSource::enumerate(std::vector<harn5::DiagDevice>& devices)

@@ -3,8 +3,6 @@
 #include "rawkit/InterfacePath.h"
 
 #include <cctype>
-#include <fstream>
-#include <sstream>
 #include <utility>
 
 namespace rawkit {
@@ -45,17 +43,6 @@ KnownSticks KnownSticks::parse(std::string_view text)
         }
     }
     return KnownSticks(std::move(ids));
-}
-
-KnownSticks KnownSticks::load(const std::filesystem::path& file)
-{
-    std::ifstream in(file, std::ios::binary);
-    if (!in) {
-        return {};
-    }
-    std::ostringstream text;
-    text << in.rdbuf();
-    return parse(text.str());
 }
 
 bool KnownSticks::contains(std::string_view hardwareId) const

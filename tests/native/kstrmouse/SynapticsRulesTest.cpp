@@ -71,7 +71,7 @@ SynapticsDeviceState finger()
 
 TEST(TouchPadModel, CompletesWithFingerLeftAndRightInAnyOrder)
 {
-    TouchPadModel model;
+    TouchPadModel model(true);
     model.onPacket(buttons(false, false, true));
     model.onPacket(SynapticsDeviceState{});
     EXPECT_FALSE(model.isTestComplete());
@@ -83,9 +83,18 @@ TEST(TouchPadModel, CompletesWithFingerLeftAndRightInAnyOrder)
     EXPECT_TRUE(model.isTestComplete()) << "the flags never go back";
 }
 
+TEST(TouchPadModel, ButtonsNotShownAreNotDemanded)
+{
+    TouchPadModel model(false);
+    model.onPacket(buttons(true, true, true));
+    EXPECT_FALSE(model.isTestComplete()) << "the finger is still demanded";
+    model.onPacket(finger());
+    EXPECT_TRUE(model.isTestComplete());
+}
+
 TEST(TouchPadModel, MiddleButtonCountsAsLeftAndRight)
 {
-    TouchPadModel model;
+    TouchPadModel model(true);
     const SynapticsDeviceState middle = buttons(false, true, false);
     model.onPacket(middle);
     EXPECT_TRUE(model.leftSeen());
@@ -110,7 +119,7 @@ TEST(TouchPadModel, StatusValuesCountXFromLowAndYFromHigh)
 
 TEST(TouchPadModel, MarkerShowsMotionAndLandingButNotAFingerAtRest)
 {
-    TouchPadModel model;
+    TouchPadModel model(true);
     SynapticsDeviceState resting = finger();
     EXPECT_FALSE(model.shouldDrawMarker(resting)) << "the first paint needs motion";
     model.notePainted(true);

@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <fstream>
 #include <string>
 
 #include "ChildProcess.h"
@@ -108,6 +109,25 @@ TEST(ProcessHost, FindsLanguagesBesideTheExecutableAndTheSystemMouse)
     EXPECT_EQ(mouse.exitCode(), 0u) << mouse.err();
     const std::string report = ChildProcess::readFile(mouse.path(L"report.json"));
     EXPECT_TRUE(contains(report, "\"device\":{\"name\":\"System mouse\",\"capabilities\":\"Mouse\"")) << report;
+}
+
+TEST(ProcessHost, LanguageFileAboveTheLimitGetsOneLineAndSeven)
+{
+    ChildProcess child;
+    const std::wstring big = child.path(L"big.lang");
+    {
+        std::ofstream file(big.c_str(), std::ios::binary);
+        file << std::string(1024 * 1024 + 1, '#');
+    }
+    // A device without end reaches the same limit instead of filling the memory.
+    for (const std::wstring& lang : {big, std::wstring(L"Z:\\dev\\zero")}) {
+        child.start(L"--lang " + quoted(lang) + L" --test MouseTest");
+        ASSERT_TRUE(child.wait(kHangGuard));
+        EXPECT_EQ(child.exitCode(), 7u);
+        EXPECT_EQ(child.err(), "HarnException: " + ChildProcess::utf8(lang) +
+                                   ": the language file is larger than 1024 KB; is it the right file?\n");
+        EXPECT_EQ(child.out(), "");
+    }
 }
 
 TEST(ProcessHost, BadOptionGetsOneLineAndSeven)

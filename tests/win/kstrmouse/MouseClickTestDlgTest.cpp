@@ -15,11 +15,9 @@
 #include "ClickTestDriver.h"
 #include "MouseClickTestDlg.h"
 #include "MouseDlgHarness.h"
+#include "PauseRecorder.h"
 #include "Registration.h"
 #include "resource.h"
-
-using SleepFn = void(WINAPI*)(DWORD);
-extern "C" SleepFn __imp_Sleep;
 
 namespace {
 
@@ -27,28 +25,6 @@ using harn5::TestResult;
 using mousetest::Dialog;
 using namespace clicktest;
 namespace texts = kstrmouse::texts;
-
-std::vector<std::string>* s_pauses = nullptr;
-
-// The step number on screen when each pause began, with its length.
-void WINAPI RecordPause(DWORD ms)
-{
-    s_pauses->push_back(texts::MOUSE_INTERACTIVE_TEST_INDEX->localizedString().utf8() + " " + std::to_string(ms));
-}
-
-class PauseRecorder {
-public:
-    PauseRecorder() : m_import(__imp_Sleep, &RecordPause) { s_pauses = &m_pauses; }
-    ~PauseRecorder() { s_pauses = nullptr; }
-    PauseRecorder(const PauseRecorder&) = delete;
-    PauseRecorder& operator=(const PauseRecorder&) = delete;
-
-    const std::vector<std::string>& pauses() const { return m_pauses; }
-
-private:
-    mousetest::ImportOverride<SleepFn> m_import;
-    std::vector<std::string> m_pauses;
-};
 
 std::string StepText()
 {
@@ -268,35 +244,28 @@ TEST(ClickTestSkip, RequiredMiddleButtonOffersNoSkip)
     }
 }
 
-TEST(ClickTestEnd, CancelPathsAbortAndTheDefaultCommandKeepsTheVerdict)
+TEST(ClickTestEnd, CancelPathsAbortWithoutEvents)
 {
     struct Case {
         const char* name;
         bool firstStepDone;
         Action end;
-        TestResult verdict;
     };
     const std::vector<Case> cases = {
-        {"Cancel button", false, [](const Dialog& d) { d.Click(IDCANCEL); }, TestResult::USERABORTED()},
+        {"Cancel button", false, [](const Dialog& d) { d.Click(IDCANCEL); }},
         // The key as the modal loop hands it over.
         {"Escape", true,
          [](const Dialog& d) {
              MSG key{d.hwnd(), WM_KEYDOWN, VK_ESCAPE, 0, 0, {}};
              ::IsDialogMessageW(d.hwnd(), &key);
-         },
-         TestResult::USERABORTED()},
-        {"close request", true, [](const Dialog& d) { d.Send(WM_SYSCOMMAND, SC_CLOSE); }, TestResult::USERABORTED()},
+         }},
+        {"close request", true, [](const Dialog& d) { d.Send(WM_SYSCOMMAND, SC_CLOSE); }},
         // The picture lies in the top strip: its release is taken by the move detection.
         {"close picture", false,
          [](const Dialog& d) {
              ::PostMessageW(d.hwnd(), WM_LBUTTONUP, 0, At(d, IDC_CT_CLOSE));
              d.Send(WM_LBUTTONDOWN, MK_LBUTTON, At(d, IDC_CT_CLOSE));
-         },
-         TestResult::USERABORTED()},
-        {"default command before any step", false, [](const Dialog& d) { d.Send(WM_COMMAND, IDOK); },
-         TestResult::CANNOTRUN()},
-        {"default command after a step", true, [](const Dialog& d) { d.Send(WM_COMMAND, IDOK); },
-         TestResult::PASS()},
+         }},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
@@ -311,8 +280,70 @@ TEST(ClickTestEnd, CancelPathsAbortAndTheDefaultCommandKeepsTheVerdict)
         EXPECT_TRUE(closed);
         EXPECT_TRUE(run.events.empty());
         ASSERT_TRUE(run.verdict.has_value());
-        EXPECT_EQ(*run.verdict, c.verdict);
+        EXPECT_EQ(*run.verdict, TestResult::USERABORTED());
     }
+}
+
+TEST(ClickTestEnd, EnterAndTheOkCommandEndNothingAndOnlyTheLastStepPasses)
+{
+    const PauseRecorder pauses;
+    const harn5::RunRecord run = RunClickTest(Layout(false), [](Dialog& d) {
+        d.Send(WM_COMMAND, IDOK);
+        LeftClick(d);
+        // The dialog holds the focus after a step in a real run: Enter there is the dialog
+        // manager's IDOK.
+        ::SetFocus(d.hwnd());
+        MSG enter{d.hwnd(), WM_KEYDOWN, VK_RETURN, 0, 0, {}};
+        ::IsDialogMessageW(d.hwnd(), &enter);
+        d.Send(WM_COMMAND, IDOK);
+        EXPECT_FALSE(mousetest::PumpUntil([&d] { return !::IsWindowVisible(d.hwnd()); }, 300));
+        EXPECT_EQ(StepText(), "Step 2 of 7");
+        for (const int index : {2, 3, 6, 7, 8}) {
+            StepAction(index)(d);
+            d.Send(WM_COMMAND, IDOK);
+            EXPECT_TRUE(::IsWindowVisible(d.hwnd())) << "after step " << index;
+        }
+        StepAction(9)(d);
+    });
+    EXPECT_TRUE(run.events.empty());
+    ASSERT_TRUE(run.verdict.has_value());
+    EXPECT_EQ(*run.verdict, TestResult::PASS());
+    // Closed from outside before its last step, it never passes.
+    const harn5::RunRecord stopped = RunClickTest(Layout(false), [](Dialog& d) {
+        LeftClick(d);
+        ::EndDialog(d.hwnd(), IDOK);
+    });
+    ASSERT_TRUE(stopped.verdict.has_value());
+    EXPECT_EQ(*stopped.verdict, TestResult::CANNOTRUN());
+}
+
+TEST(ClickTestPause, InputDuringAPauseBelongsToNoStep)
+{
+    HWND dialog = nullptr;
+    // A click on Fail and the next step's double click, both while the success picture shows.
+    const PauseRecorder pauses([&dialog] {
+        const Dialog d(dialog);
+        const HWND fail = d.Item(IDC_CT_FAIL);
+        ::PostMessageW(fail, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
+        ::PostMessageW(fail, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
+        ::PostMessageW(dialog, WM_LBUTTONDBLCLK, MK_LBUTTON, At(d, IDC_CT_DOUBLE_CLICK_TARGET));
+        ::PostMessageW(dialog, WM_KEYDOWN, VK_ESCAPE, 0);
+    });
+    const harn5::RunRecord run = RunClickTest(Layout(false), [&dialog](Dialog& d) {
+        dialog = d.hwnd();
+        for (const int index : {1, 2, 3}) {
+            StepAction(index)(d);
+        }
+        mousetest::PumpUntil([] { return false; }, 300);
+        EXPECT_TRUE(::IsWindowVisible(d.hwnd()));
+        EXPECT_EQ(StepText(), "Step 4 of 7") << "the double click was not this step's";
+        EXPECT_TRUE(d.Visible(IDC_CT_DOUBLE_CLICK_TARGET));
+        EXPECT_TRUE(d.Enabled(IDC_CT_FAIL));
+    });
+    EXPECT_EQ(pauses.pauses(), std::vector<std::string>{"Step 3 of 7 1000"});
+    EXPECT_TRUE(run.events.empty()) << "no Fail";
+    ASSERT_TRUE(run.verdict.has_value());
+    EXPECT_EQ(*run.verdict, TestResult::USERABORTED()) << "cancelled by the harness, not by the Escape";
 }
 
 // Walks a default-layout run to the drag step.
@@ -330,7 +361,10 @@ TEST(ClickTestDrag, OnlyADropOnTheDropAreaCompletesTheStep)
     const harn5::RunRecord run = RunClickTest(Layout(false), [](Dialog& d) {
         ToDragStep(d);
         // A drag from elsewhere, and a press released before it moved, start nothing.
-        PressAndDragFrom(d, Plain(d));
+        d.Send(WM_LBUTTONDOWN, MK_LBUTTON, Plain(d));
+        d.Send(WM_MOUSEMOVE, MK_LBUTTON, At(d, IDC_CT_DROP_AREA));
+        d.Send(WM_LBUTTONUP, 0, At(d, IDC_CT_DROP_AREA));
+        EXPECT_EQ(StepText(), "Step 5 of 7");
         ::PostMessageW(d.hwnd(), WM_LBUTTONUP, 0, At(d, IDC_CT_DRAG_ITEM));
         d.Send(WM_LBUTTONDOWN, MK_LBUTTON, At(d, IDC_CT_DRAG_ITEM));
         EXPECT_TRUE(d.Visible(IDC_CT_DRAG_ITEM));
@@ -355,17 +389,40 @@ TEST(ClickTestDrag, OnlyADropOnTheDropAreaCompletesTheStep)
     EXPECT_EQ(pauses.pauses().back(), "Step 5 of 7 1000");
 }
 
-TEST(ClickTestDrag, ReleaseOverTheClosePictureCancelsEvenMidDrag)
+TEST(ClickTestDrag, EveryEndDuringADragEndsTheDragCleanly)
 {
-    const harn5::RunRecord run = RunClickTest(Layout(false), [](Dialog& d) {
-        const PauseRecorder pauses;
-        ToDragStep(d);
-        PressAndDragFrom(d, At(d, IDC_CT_DRAG_ITEM));
-        d.Send(WM_LBUTTONUP, 0, At(d, IDC_CT_CLOSE));
-        EXPECT_EQ(::GetCapture(), nullptr);
-    });
-    ASSERT_TRUE(run.verdict.has_value());
-    EXPECT_EQ(*run.verdict, TestResult::USERABORTED());
+    struct Case {
+        const char* name;
+        Action end;
+        TestResult verdict;
+    };
+    const std::vector<Case> cases = {
+        {"release over the close picture", [](const Dialog& d) { d.Send(WM_LBUTTONUP, 0, At(d, IDC_CT_CLOSE)); },
+         TestResult::USERABORTED()},
+        {"Cancel", [](const Dialog& d) { d.Click(IDCANCEL); }, TestResult::USERABORTED()},
+        // The key as the modal loop hands it over.
+        {"Escape",
+         [](const Dialog& d) {
+             MSG key{d.hwnd(), WM_KEYDOWN, VK_ESCAPE, 0, 0, {}};
+             ::IsDialogMessageW(d.hwnd(), &key);
+         },
+         TestResult::USERABORTED()},
+        {"Fail", [](const Dialog& d) { d.Click(IDC_CT_FAIL); }, TestResult::FAIL()},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const harn5::RunRecord run = RunClickTest(Layout(false), [&c](Dialog& d) {
+            const PauseRecorder pauses;
+            ToDragStep(d);
+            PressAndDragFrom(d, At(d, IDC_CT_DRAG_ITEM));
+            ASSERT_NE(::ImageList_GetDragImage(nullptr, nullptr), nullptr) << "a drag under way";
+            c.end(d);
+            EXPECT_EQ(::GetCapture(), nullptr);
+            EXPECT_EQ(::ImageList_GetDragImage(nullptr, nullptr), nullptr) << "no drag image left";
+        });
+        ASSERT_TRUE(run.verdict.has_value());
+        EXPECT_EQ(*run.verdict, c.verdict);
+    }
 }
 
 TEST(ClickTestDrag, PointerPositionShowsOnlyOnceThePointerMoves)
@@ -415,24 +472,36 @@ TEST(ClickTestWheel, UpTakesEightNotchesAndDownNine)
     });
 }
 
+// Moves the dialog by a press in its top strip that drags until the button goes up; answers
+// where the window went.
+POINT MoveByTopStrip(const Dialog& d)
+{
+    RECT window{};
+    ::GetWindowRect(d.hwnd(), &window);
+    const POINT grab{window.left + 100, window.top + 10};
+    ::SetCursorPos(grab.x, grab.y);
+    ::PostMessageW(d.hwnd(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(130, 50));
+    ::SetCursorPos(grab.x + 40, grab.y + 30);
+    ::PostMessageW(d.hwnd(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(140, 40));
+    ::PostMessageW(d.hwnd(), WM_LBUTTONUP, 0, MAKELPARAM(140, 40));
+    d.Send(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(100, 10));
+    ::GetWindowRect(d.hwnd(), &window);
+    return {window.left, window.top};
+}
+
 TEST(ClickTestWindow, MovedDialogOpensThereInTheNextRun)
 {
     POINT first{};
-    RunClickTest(Layout(false), [&first](Dialog& d) {
+    POINT moved{};
+    RunClickTest(Layout(false), [&](Dialog& d) {
         RECT window{};
         ::GetWindowRect(d.hwnd(), &window);
         first = {window.left, window.top};
-        // A press in the top strip that drags moves the window until the button goes up.
-        const POINT grab{window.left + 100, window.top + 10};
-        ::SetCursorPos(grab.x, grab.y);
-        ::PostMessageW(d.hwnd(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(130, 50));
-        ::SetCursorPos(grab.x + 40, grab.y + 30);
-        ::PostMessageW(d.hwnd(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(140, 40));
-        ::PostMessageW(d.hwnd(), WM_LBUTTONUP, 0, MAKELPARAM(140, 40));
-        d.Send(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(100, 10));
+        moved = MoveByTopStrip(d);
     });
-    const POINT moved = CMouseClickTestDlg::rememberedPosition();
-    EXPECT_NE(moved.x, 0);
+    EXPECT_NE(moved.x, first.x);
+    EXPECT_EQ(CMouseClickTestDlg::rememberedPosition().x, moved.x);
+    EXPECT_EQ(CMouseClickTestDlg::rememberedPosition().y, moved.y);
     EXPECT_NE(moved.y, 0);
     POINT second{};
     RunClickTest(Layout(false), [&second](Dialog& d) {
@@ -442,6 +511,24 @@ TEST(ClickTestWindow, MovedDialogOpensThereInTheNextRun)
     });
     EXPECT_EQ(second.x, moved.x);
     EXPECT_EQ(second.y, moved.y);
+}
+
+TEST(ClickTestWindow, TheDragStepKeepsTheTopStrip)
+{
+    const PauseRecorder pauses;
+    RunClickTest(Layout(false), [](Dialog& d) {
+        ToDragStep(d);
+        RECT window{};
+        ::GetWindowRect(d.hwnd(), &window);
+        const POINT moved = MoveByTopStrip(d);
+        EXPECT_NE(moved.x, window.left) << "moved at step 7 as at every other step";
+        EXPECT_EQ(CMouseClickTestDlg::rememberedPosition().x, moved.x);
+        EXPECT_EQ(StepText(), "Step 5 of 7");
+        EXPECT_TRUE(d.Visible(IDC_CT_DRAG_ITEM));
+        // The drag itself is untouched.
+        DragTo(d, IDC_CT_DROP_AREA);
+        EXPECT_EQ(StepText(), "Step 6 of 7");
+    });
 }
 
 }  // namespace

@@ -223,4 +223,24 @@ Windows10PEScope::~Windows10PEScope()
     ksx::OperatingSystem::setOverride(nullptr);
 }
 
+std::wstring ShippedPicturesFolder()
+{
+    std::wstring folder = L"Z:";
+    for (const char c : std::string(KSTR_BINARY_DIR) + "/bin") {
+        folder += c == '/' ? L'\\' : static_cast<wchar_t>(c);
+    }
+    return folder;
+}
+
+namespace {
+
+// The dialogs run where the build puts the shipped pictures, as the module runs beside them.
+class WherePicturesAre : public testing::Environment {
+public:
+    void SetUp() override { ASSERT_TRUE(::SetCurrentDirectoryW(ShippedPicturesFolder().c_str())) << KSTR_BINARY_DIR; }
+};
+const testing::Environment* const g_wherePicturesAre = testing::AddGlobalTestEnvironment(new WherePicturesAre);
+
+}  // namespace
+
 }  // namespace mousetest

@@ -97,6 +97,9 @@ private:
     ImportOverride<int(WINAPI*)(int)> m_import;
 };
 
+// The folder the tests run in: the build's bin, where the shipped pictures are.
+std::wstring ShippedPicturesFolder();
+
 // Makes the core library report Windows 10 PE for the scope.
 class Windows10PEScope {
 public:

@@ -8,6 +8,7 @@
 #include <fstream>
 
 #include "CSynapticsDlg.h"
+#include "ISynapticsControl.h"
 #include "SynapticsHarness.h"
 #include "harn5/DiagModule.h"
 #include "SynapticsSessions.h"
@@ -80,7 +81,10 @@ TEST_P(DialogTexts, ByDeviceTypeAndButtonDisplay)
                       for (const int id : {IDC_SYN_ROW4_LABEL, IDC_SYN_ROW5_LABEL, IDC_SYN_ROW4_VALUE, IDC_SYN_ROW5_VALUE}) {
                           EXPECT_EQ(itemVisible(dialog, id), !c.excluded) << id;
                       }
-                      EXPECT_TRUE(itemVisible(dialog, IDC_SYN_ROW3_LABEL));
+                      // A stick's row 3 is its left button's.
+                      for (const int id : {IDC_SYN_ROW3_LABEL, IDC_SYN_ROW3_VALUE}) {
+                          EXPECT_EQ(itemVisible(dialog, id), !(c.trackpoint && c.excluded)) << id;
+                      }
                       EXPECT_EQ(itemText(dialog, IDC_SYN_INSTRUCTIONS),
                                 c.body + L"\r\n\r\n" + kPassDescription + L"\r\n" + kFailDescription);
                       EXPECT_EQ(itemText(dialog, IDCANCEL), L"Close");
@@ -171,6 +175,10 @@ TEST_P(PassPolicy, ReleasesPassByPolicyAndCompletion)
         options.insert(options.end(), {"--param", c.policy});
     }
     if (c.excluded) {
+        // TouchpadTest takes the list from TrackPointTest running first (and finding no stick).
+        if (!trackpoint) {
+            options.insert(options.begin(), {"--test", "TrackPointTest"});
+        }
         options.insert(options.end(), {"--param", std::string("ExcludedThreeButtonDisplayByPnPID=") + kPnPId});
     }
     const Outcome outcome = runHost(options, {waitForText(IDC_SYN_X_VALUE, c.lastX), [&c](HWND dialog) {
@@ -192,6 +200,8 @@ INSTANTIATE_TEST_SUITE_P(
                    "bDisablePassUntilStarted=true", false, true, L"2500"},
         PolicyCase{"UntilFinishedWithoutRight", "TouchpadTest", &kTouchpadLeftOnly, false,
                    "bDisablePassUntilFinished=true", false, false, L"2500"},
+        PolicyCase{"UntilFinishedFingerButtonsHidden", "TouchpadTest", &kTouchpadFingerOnly, true,
+                   "bDisablePassUntilFinished=true", false, true, L"2500"},
         PolicyCase{"UntilFinishedMiddleOnly", "TouchpadTest", &kTouchpadMiddle, false,
                    "bDisablePassUntilFinished=true", false, true, L"500"},
         PolicyCase{"TrackpointStickWithoutButtons", "TrackPointTest", &kTrackpointStickOnly, false,
@@ -393,6 +403,73 @@ TEST(Resume, FailedReacquireIsLoggedAndTheDialogRunsOn)
     EXPECT_TRUE(outcome.logged(kResumeLine));
     EXPECT_TRUE(outcome.logged(kReacquireFailedLine));
     EXPECT_EQ(outcome.verdict, harn5::TestResult::FAIL());
+}
+
+constexpr const char* kWaitingLine = "kstrmouse.synaptics.CSynapticsDlg 4 382 The device went away as the machine slept or "
+                                     "woke: waiting for it to come back.";
+constexpr const char* kBackLine = "kstrmouse.synaptics.CSynapticsDlg 4 384 The device is back: the test goes on.";
+
+// What the device control posts when its device is removed or stops answering.
+void removeDevice(HWND dialog)
+{
+    ::PostMessageW(dialog, WM_SYN_DEVICE_REMOVED, 0, 0);
+}
+
+TEST(Removal, EndsWithFailAndAnEventOfItsOwn)
+{
+    const long h = addDevice(kTouchpadComplete, SynDeviceTouchPad);
+    const Outcome outcome = runHost({"--test", "TouchpadTest", "--device", deviceOption("touchpad", handle(h))},
+                                    {waitForText(IDC_SYN_ROW5_VALUE, L"Yes"), act(removeDevice)});
+    EXPECT_EQ(outcome.verdict, harn5::TestResult::FAIL());
+    ASSERT_EQ(outcome.events.size(), 1u) << "not the technician's TestFailedTouchPadOrTrackpoint";
+    EXPECT_EQ(outcome.events[0].name, "TOUCH_DEVICE_REMOVED");
+    EXPECT_EQ(outcome.events[0].severity, "error");
+    EXPECT_EQ(outcome.events[0].sourceFile, "CSynapticsDlg");
+    EXPECT_EQ(outcome.events[0].line, 380);
+    EXPECT_FALSE(outcome.logged(kWaitingLine));
+}
+
+TEST(Removal, RightAfterAResumeWaitsAndADeviceThatComesBackGoesOn)
+{
+    const long h = addDevice(kTouchpadComplete, SynDeviceTouchPad);
+    const Outcome outcome = runHost(
+        {"--test", "TouchpadTest", "--param", "bDisablePassUntilFinished=true", "--device",
+         deviceOption("touchpad", handle(h))},
+        {waitForText(IDC_SYN_ROW5_VALUE, L"Yes"),
+         act([](HWND dialog) {
+             EXPECT_TRUE(itemEnabled(dialog, IDC_SYN_PASS));
+             ::SendMessageW(dialog, WM_POWERBROADCAST, PBT_APMRESUMEAUTOMATIC, 0);
+             ::SendMessageW(dialog, WM_SYN_DEVICE_REMOVED, 0, 0);
+             EXPECT_FALSE(itemEnabled(dialog, IDC_SYN_PASS)) << "nothing passes while the device is away";
+         }),
+         // The session file is still there: the next try finds the device.
+         [](HWND dialog) { return itemEnabled(dialog, IDC_SYN_PASS); }, act([](HWND dialog) { click(dialog, IDC_SYN_PASS); })});
+    EXPECT_FALSE(outcome.timedOut);
+    EXPECT_EQ(outcome.verdict, harn5::TestResult::PASS());
+    EXPECT_TRUE(outcome.events.empty());
+    EXPECT_TRUE(outcome.logged(kWaitingLine));
+    EXPECT_TRUE(outcome.logged(kBackLine));
+}
+
+TEST(Removal, NearASuspendThatDoesNotComeBackStandsAfterItsTime)
+{
+    const long h = addDevice(kTouchpadComplete, SynDeviceTouchPad);
+    const std::filesystem::path session = padkit::DeviceRegistry::process().find(h)->session;
+    ULONGLONG removedAt = 0;
+    const Outcome outcome = runHost(
+        {"--test", "TouchpadTest", "--device", deviceOption("touchpad", handle(h))},
+        {waitForText(IDC_SYN_ROW5_VALUE, L"Yes"), act([&](HWND dialog) {
+             std::filesystem::remove(session);   // gone for good
+             ::SendMessageW(dialog, WM_POWERBROADCAST, PBT_APMSUSPEND, 0);
+             ::SendMessageW(dialog, WM_POWERBROADCAST, PBT_APMRESUMESUSPEND, 0);
+             removedAt = ::GetTickCount64();
+             ::SendMessageW(dialog, WM_SYN_DEVICE_REMOVED, 0, 0);
+         })});
+    EXPECT_EQ(outcome.verdict, harn5::TestResult::FAIL());
+    EXPECT_GE(::GetTickCount64() - removedAt, 5000u) << "the device had its time";
+    EXPECT_EQ(outcome.eventCount("TOUCH_DEVICE_REMOVED"), 1);
+    EXPECT_TRUE(outcome.logged(kWaitingLine));
+    EXPECT_FALSE(outcome.logged(kBackLine));
 }
 
 }  // namespace

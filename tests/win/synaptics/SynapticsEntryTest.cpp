@@ -8,6 +8,7 @@
 
 #include <optional>
 
+#include "../kstrmouse/ImportOverride.h"
 #include "SynapticsHarness.h"
 #include "SynapticsSessions.h"
 #include "resource.h"
@@ -123,20 +124,42 @@ TEST(Entry, FailedCoInitializeStillRunsTheDialogAndLeavesComAlone)
     ::CoUninitialize();
 }
 
-TEST(Entry, CoreExceptionIsLoggedAndTheHolderKept)
+using FindResourceFn = HRSRC(WINAPI*)(HMODULE, LPCWSTR, LPCWSTR);
+extern "C" FindResourceFn __imp_FindResourceW;
+
+// Every dialog template is missing.
+HRSRC WINAPI NoDialogTemplate(HMODULE module, LPCWSTR name, LPCWSTR type)
+{
+    if (type == RT_DIALOG) {
+        ::SetLastError(ERROR_RESOURCE_NAME_NOT_FOUND);
+        return nullptr;
+    }
+    return ::FindResourceExW(module, type, name, 0);
+}
+
+TEST(Entry, EachRunHasItsOwnVerdictAfterAPass)
 {
     const long h = addDevice(kTouchpadComplete, SynDeviceTouchPad);
     const std::vector<std::string> options = {"--test", "TouchpadTest", "--device",
                                               deviceOption("touchpad", "SP_Handle=" + std::to_string(h))};
-    const Outcome first = runHost(options, {act([](HWND dialog) { click(dialog, IDC_SYN_FAIL); })});
-    ASSERT_EQ(first.verdict, harn5::TestResult::FAIL());
-
+    ASSERT_EQ(runHost(options, {act([](HWND dialog) { click(dialog, IDC_SYN_PASS); })}).verdict,
+              harn5::TestResult::PASS());
+    {
+        const mousetest::ImportOverride<FindResourceFn> missing(__imp_FindResourceW, &NoDialogTemplate);
+        const Outcome notCreated = runHost(options);
+        EXPECT_FALSE(notCreated.dialogSeen);
+        EXPECT_EQ(notCreated.verdict, harn5::TestResult::INTERNALERROR()) << "not the earlier run's PASS";
+        EXPECT_TRUE(notCreated.logged("kstrmouse.synaptics 4 97 Failed to load dialog with error " +
+                                      std::to_string(ERROR_RESOURCE_NAME_NOT_FOUND)));
+    }
+    ASSERT_EQ(runHost(options, {act([](HWND dialog) { click(dialog, IDC_SYN_PASS); })}).verdict,
+              harn5::TestResult::PASS());
     // The dialog's construction logs through a core that throws.
     const Outcome failed = runHost(options, {}, [](const std::string& line) {
         return line.find(" 88 Synaptics device with") != std::string::npos;
     });
     EXPECT_FALSE(failed.dialogSeen);
-    EXPECT_EQ(failed.verdict, harn5::TestResult::FAIL()) << "the previous dialog's verdict";
+    EXPECT_EQ(failed.verdict, harn5::TestResult::INTERNALERROR());
     EXPECT_TRUE(failed.logged("kstrmouse.synaptics 5 102 Caught exception the log sink broke"));
     bool stack = false;
     for (const std::string& line : failed.log) {

@@ -15,6 +15,8 @@ inline const std::string kTouchpadComplete = kTouchpadHeader +
                                              "10 0 0 0 0 0 0 0 R\n";
 // A finger with the left button: no right press.
 inline const std::string kTouchpadLeftOnly = kTouchpadHeader + "0 1 3500 3000 4 1 0 0 L\n";
+// A finger and no button.
+inline const std::string kTouchpadFingerOnly = kTouchpadHeader + "0 1 3500 3000 4 1 0 0 -\n";
 // One packet: a finger and the middle button, which counts as left and right.
 inline const std::string kTouchpadMiddle = kTouchpadHeader + "0 1 1500 4000 3 1 0 0 M\n";
 

@@ -1,8 +1,7 @@
 #pragma once
-// Hardware ids of pointing sticks that report as plain relative mice, from a data file shipped
-// beside the executable: one id per line, '#' starts a comment. An entry matches a device whose
+// Hardware ids of pointing sticks that report as plain relative mice, from the text of a data
+// file shipped beside the executable: one id per line, '#' starts a comment. An entry matches a device whose
 // hardware id is the entry, or begins with it followed by '&' or '\' (an interface of it).
-#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,8 +14,6 @@ public:
     explicit KnownSticks(std::vector<std::string> ids);
 
     static KnownSticks parse(std::string_view text);
-    // A missing file is an empty list: the user can still name a stick.
-    static KnownSticks load(const std::filesystem::path& file);
 
     bool contains(std::string_view hardwareId) const;
     const std::vector<std::string>& ids() const { return m_ids; }

@@ -2,11 +2,11 @@
 
 #include <memory>
 
+#include "ChecksNotDone.h"
 #include "KstrMouseMoreInfo.h"
 #include "PassButtonPolicy.h"
 #include "Registration.h"
 #include "harn5/DiagModule.h"
-#include "ksx/KSXValue.h"
 #include "ksx/Log.h"
 #include "ksx/OperatingSystem.h"
 #include "resource.h"
@@ -29,7 +29,6 @@ constexpr int kLineOleRegistrationFailed = 173;
 constexpr int kLineErrorDuringInit = 174;
 constexpr int kLineUserMimicMiddleButton = 410;
 constexpr int kLineTestFailed = 425;
-constexpr int kLineCheckNotDone = 430;
 constexpr int kLineScrollInfo = 625;
 constexpr int kLineHidingScrollbar = 628;
 constexpr int kLineWheelTimerKillFailed = 1012;
@@ -48,38 +47,6 @@ constexpr UINT kStopPeriodMs = 750;
 constexpr UINT kPositionPeriodMs = 200;
 
 constexpr UINT kNoTimer = 0xFFFFFFFF;
-constexpr SIZE_T kDragDataSize = 1024;
-constexpr int kDragSourceMargin = 2;
-
-// The mouse pictures of one picture set; 0 where the set has no such picture.
-struct PictureSet {
-    int idle;
-    int left;
-    int right;
-    int middle;
-    int hidden[4];  // hidden (and disabled) before each choice; 0 ends the list
-};
-
-const PictureSet* FindPictureSet(std::uint32_t mouseType)
-{
-    static const PictureSet sets[] = {
-        {IDC_MOUSE2_IDLE, IDC_MOUSE2_LEFT, IDC_MOUSE2_RIGHT, 0,
-         {IDC_MOUSE2_LEFT, IDC_MOUSE2_RIGHT, 0, 0}},
-        {IDC_MOUSE3_IDLE, IDC_MOUSE3_LEFT, IDC_MOUSE3_RIGHT, IDC_MOUSE3_MIDDLE,
-         {IDC_MOUSE3_LEFT, IDC_MOUSE3_RIGHT, IDC_MOUSE3_MIDDLE, 0}},
-        {IDC_WHEEL_IDLE, IDC_WHEEL_LEFT, IDC_WHEEL_RIGHT, IDC_WHEEL_MIDDLE,
-         {IDC_WHEEL_IDLE, IDC_WHEEL_LEFT, IDC_WHEEL_RIGHT, IDC_WHEEL_MIDDLE}},
-        {IDC_NUB_IDLE, IDC_NUB_LEFT, IDC_NUB_RIGHT, 0,
-         {IDC_NUB_LEFT, IDC_NUB_RIGHT, 0, 0}},
-    };
-    return mouseType >= 1 && mouseType <= 4 ? &sets[mouseType - 1] : nullptr;
-}
-
-// The control's own visibility, whether or not the dialog shows yet.
-bool HasVisibleStyle(const CWnd& control)
-{
-    return (::GetWindowLongW(control.m_hWnd, GWL_STYLE) & WS_VISIBLE) != 0;
-}
 
 LPCTSTR Text(const harn5::HarnString& text)
 {
@@ -90,12 +57,6 @@ LPCTSTR Text(const harn5::LocalizedString* key)
 {
     return Text(key->localizedString());
 }
-
-// A global memory block owned until it is handed over.
-struct GlobalFreeDeleter {
-    void operator()(void* block) const { ::GlobalFree(block); }
-};
-using GlobalBlock = std::unique_ptr<void, GlobalFreeDeleter>;
 
 }  // namespace
 
@@ -137,14 +98,12 @@ CKstrMouseDlg::CKstrMouseDlg(CWnd* pParent)
       m_bDoubleClickDone(false),
       m_bDragDropDone(Windows10PE()),  // no drag-and-drop check on Windows 10 PE
       m_bCaptured(false),
-      m_bLeftDown(false),
-      m_bRightDown(false),
-      m_bMiddleMimicked(false),
       m_bMiddleSeen(false),
       m_pPassButton(nullptr),
       m_hIcon(::LoadIconW(AfxGetResourceHandle(), MAKEINTRESOURCEW(IDI_MOUSE))),
       m_result(TestResult::TESTNOTSTARTED()),
-      m_pMoreInfo(nullptr)
+      m_pMoreInfo(nullptr),
+      m_panel(*this)
 {
 }
 
@@ -175,8 +134,7 @@ void CKstrMouseDlg::DoDataExchange(CDataExchange* pDX)
 {
     KSXDialog::DoDataExchange(pDX);
     DDX_Control(pDX, IDC_INSTRUCTIONS, m_instructions);
-    DDX_Control(pDX, IDC_WHEEL_BAR, m_wheelBar);
-    DDX_Control(pDX, IDC_CONTROL_MARKS, m_marks);
+    m_panel.bind(pDX);
 }
 
 // WM_CREATE: the dialog window is its own drop target.
@@ -201,9 +159,9 @@ BOOL CKstrMouseDlg::OnInitDialog()
     SetIcon(m_hIcon, TRUE);
     SetIcon(m_hIcon, FALSE);
     if (Windows10PE()) {
-        ShowControl(IDC_GROUP_DRAG_DROP, SW_HIDE);
-        ShowControl(IDC_DRAG_SOURCE, SW_HIDE);
-        ShowControl(IDC_DROP_TARGET, SW_HIDE);
+        m_panel.show(IDC_GROUP_DRAG_DROP, SW_HIDE);
+        m_panel.show(IDC_DRAG_SOURCE, SW_HIDE);
+        m_panel.show(IDC_DROP_TARGET, SW_HIDE);
     }
     m_iForcedMouseType = params::iForceMouseType->value().valueUint32();
     m_mouse.probe();
@@ -216,11 +174,11 @@ BOOL CKstrMouseDlg::OnInitDialog()
         m_result = TestResult::INTERNALERROR();
         CDialog::OnCancel();
     }
-    UpdateStatusPicture();
+    m_panel.showButtons(m_mouse);
     UpdateControlMarks();
     m_smiley.AutoLoad(IDC_SMILEY, this);
     m_nonSmiley.AutoLoad(IDC_NON_SMILEY, this);
-    ShowControl(IDC_DROP_TARGET_FILLED, SW_HIDE);
+    m_panel.show(IDC_DROP_TARGET_FILLED, SW_HIDE);
     m_pPassButton = GetDlgItem(IDC_PASS);
     if (getPassButtonPolicy() != Enabled && m_pPassButton != nullptr) {
         m_pPassButton->EnableWindow(FALSE);
@@ -235,7 +193,7 @@ BOOL CKstrMouseDlg::OnInitDialog()
     if (CWnd* pMoreInfo = GetDlgItem(IDC_MORE_INFO)) {
         pMoreInfo->SetFocus();
     }
-    m_wheelBar.Initialize(GetDlgItem(IDC_WHEEL_VALUE));
+    m_panel.initialiseWheelBar();
     return FALSE;  // the focus was set above
 }
 
@@ -286,36 +244,8 @@ void CKstrMouseDlg::OnDestroy()
 void CKstrMouseDlg::OnCancel()
 {
     m_result = TestResult::USERABORTED();
-    ReportChecksNotDone();
+    ChecksNotDone(m_mouse, m_bDoubleClickDone, m_bDragDropDone).report();
     KSXDialog::OnCancel();
-}
-
-void CKstrMouseDlg::ReportChecksNotDone()
-{
-    using namespace kstrmouse::events;
-    static harn5::Event* const* const events[] = {
-        &LEFT_MOUSE_CLICK_NOT_RECEIVED, &RIGHT_MOUSE_CLICK_NOT_RECEIVED, &SCROLL_WHEEL_MOUSE_CLICK_NOT_RECEIVED,
-        &MOUSE_WHEEL_NOT_RECEIVED,      &MOUSE_TILT_NOT_RECEIVED,        &MOUSE_TILT_NOT_RECEIVED,
-        &FIRST_SIDE_MOUSE_BUTTON_NOT_RECEIVED, &SECOND_SIDE_MOUSE_BUTTON_NOT_RECEIVED, &MOUSE_DOUBLE_CLICK_NOT_RECEIVED,
-        &MOUSE_DRAG_NOT_RECEIVED};
-    const harn5::Event* previous = nullptr;
-    for (const MissingChecks::Check check : Missing()) {
-        // Both tilt directions missing is one tilt event.
-        if (*events[check] != previous) {
-            DiagModule::error(*events[check], kSourceFile, kLineCheckNotDone);
-        }
-        previous = *events[check];
-    }
-}
-
-std::uint32_t& CKstrMouseDlg::PrimaryState()
-{
-    return m_mouse.state[m_mouse.buttonsSwapped ? Mouse::RightButton : Mouse::LeftButton];
-}
-
-std::uint32_t& CKstrMouseDlg::SecondaryState()
-{
-    return m_mouse.state[m_mouse.buttonsSwapped ? Mouse::LeftButton : Mouse::RightButton];
 }
 
 void CKstrMouseDlg::CaptureMouse()
@@ -339,39 +269,24 @@ void CKstrMouseDlg::SetControlText(int id, LPCTSTR text)
     ::SetDlgItemTextW(m_hWnd, id, text);
 }
 
-void CKstrMouseDlg::ShowControl(int id, int nCmdShow)
-{
-    CWnd* pControl = GetDlgItem(id);
-    // A control already in the wanted state is left alone.
-    if (pControl != nullptr && HasVisibleStyle(*pControl) != (nCmdShow != SW_HIDE)) {
-        pControl->ShowWindow(nCmdShow);
-    }
-}
-
 // WM_LBUTTONDOWN: the primary button goes down, or, with the secondary held, the chord
 // stands in for the middle button (not on a two-button picture set).
 void CKstrMouseDlg::OnLButtonDown(UINT nFlags, CPoint point)
 {
-    m_bLeftDown = true;
-    if (m_bRightDown) {
-        if (m_mouse.mouseType == 1) {
-            return;
+    const ButtonChords::Effect effect = m_chords.leftDown(m_mouse);
+    if (effect == ButtonChords::Effect::Own) {
+        if (MouseDragSource::contains(point)) {
+            m_iDragState = Armed;
+        } else {
+            CaptureMouse();
         }
-        m_bMiddleMimicked = true;
-        SecondaryState() = Seen;
-        UpdateStatusPicture();
-        m_mouse.state[Mouse::MiddleButton] = Active;
-        UpdateStatusPicture();
-        return;
     }
-    if (IsOverDragSource(point)) {
-        m_iDragState = Armed;
-    } else {
-        CaptureMouse();
+    if (effect != ButtonChords::Effect::None) {
+        m_panel.showButtons(m_mouse);
     }
-    PrimaryState() = Active;
-    UpdateStatusPicture();
-    KSXDialog::OnLButtonDown(nFlags, point);
+    if (effect == ButtonChords::Effect::Own) {
+        KSXDialog::OnLButtonDown(nFlags, point);
+    }
 }
 
 void CKstrMouseDlg::OnLButtonDblClk(UINT nFlags, CPoint point)
@@ -382,47 +297,39 @@ void CKstrMouseDlg::OnLButtonDblClk(UINT nFlags, CPoint point)
 // WM_LBUTTONUP: the primary button is seen, and a drag this dialog started is closed.
 void CKstrMouseDlg::OnLButtonUp(UINT nFlags, CPoint point)
 {
-    m_bLeftDown = false;
-    if (m_bRightDown) {
-        if (m_mouse.mouseType == 1) {
-            return;
-        }
-        m_mouse.state[Mouse::MiddleButton] = Seen;
-        UpdateStatusPicture();
-        RefreshPassButton();
+    const ButtonChords::Effect effect = m_chords.leftUp(m_mouse);
+    if (effect == ButtonChords::Effect::None) {
         return;
     }
-    PrimaryState() = Seen;
-    ReleaseMouse();
-    UpdateStatusPicture();
-    if (m_iDragState == Dragged) {
+    if (effect == ButtonChords::Effect::Own) {
+        ReleaseMouse();
+    }
+    m_panel.showButtons(m_mouse);
+    if (effect == ButtonChords::Effect::Own && m_iDragState == Dragged) {
         m_iDragState = Idle;
         if (m_dropTarget.m_bDropped) {
             m_bDragDropDone = true;
         }
     }
     RefreshPassButton();
-    KSXDialog::OnLButtonUp(nFlags, point);
+    if (effect == ButtonChords::Effect::Own) {
+        KSXDialog::OnLButtonUp(nFlags, point);
+    }
 }
 
 // WM_RBUTTONDOWN: the secondary button goes down, or completes a chord.
 void CKstrMouseDlg::OnRButtonDown(UINT nFlags, CPoint point)
 {
-    m_bRightDown = true;
-    if (m_bLeftDown) {
-        if (m_mouse.mouseType == 1) {
-            return;
-        }
-        m_bMiddleMimicked = true;
-        PrimaryState() = Seen;
-        m_mouse.state[Mouse::MiddleButton] = Active;
-        UpdateStatusPicture();
-        return;
+    const ButtonChords::Effect effect = m_chords.rightDown(m_mouse);
+    if (effect == ButtonChords::Effect::Own) {
+        CaptureMouse();
     }
-    SecondaryState() = Active;
-    CaptureMouse();
-    UpdateStatusPicture();
-    KSXDialog::OnRButtonDown(nFlags, point);
+    if (effect != ButtonChords::Effect::None) {
+        m_panel.showButtons(m_mouse);
+    }
+    if (effect == ButtonChords::Effect::Own) {
+        KSXDialog::OnRButtonDown(nFlags, point);
+    }
 }
 
 void CKstrMouseDlg::OnRButtonDblClk(UINT nFlags, CPoint point)
@@ -433,21 +340,18 @@ void CKstrMouseDlg::OnRButtonDblClk(UINT nFlags, CPoint point)
 // WM_RBUTTONUP: the secondary button is seen, or a chord ends.
 void CKstrMouseDlg::OnRButtonUp(UINT nFlags, CPoint point)
 {
-    m_bRightDown = false;
-    if (m_bLeftDown) {
-        if (m_mouse.mouseType == 1) {
-            return;
-        }
-        m_mouse.state[Mouse::MiddleButton] = Seen;
-        UpdateStatusPicture();
-        RefreshPassButton();
+    const ButtonChords::Effect effect = m_chords.rightUp(m_mouse);
+    if (effect == ButtonChords::Effect::None) {
         return;
     }
-    SecondaryState() = Seen;
-    ReleaseMouse();
-    UpdateStatusPicture();
+    if (effect == ButtonChords::Effect::Own) {
+        ReleaseMouse();
+    }
+    m_panel.showButtons(m_mouse);
     RefreshPassButton();
-    KSXDialog::OnRButtonUp(nFlags, point);
+    if (effect == ButtonChords::Effect::Own) {
+        KSXDialog::OnRButtonUp(nFlags, point);
+    }
 }
 
 // WM_MBUTTONDOWN: a real middle button, which also rules out the emulation warning.
@@ -456,7 +360,7 @@ void CKstrMouseDlg::OnMButtonDown(UINT nFlags, CPoint point)
     m_bMiddleSeen = true;
     CaptureMouse();
     m_mouse.state[Mouse::MiddleButton] = Active;
-    UpdateStatusPicture();
+    m_panel.showButtons(m_mouse);
     KSXDialog::OnMButtonDown(nFlags, point);
 }
 
@@ -464,7 +368,7 @@ void CKstrMouseDlg::OnMButtonUp(UINT nFlags, CPoint point)
 {
     ReleaseMouse();
     m_mouse.state[Mouse::MiddleButton] = Seen;
-    UpdateStatusPicture();
+    m_panel.showButtons(m_mouse);
     RefreshPassButton();
     KSXDialog::OnMButtonUp(nFlags, point);
 }
@@ -485,56 +389,7 @@ void CKstrMouseDlg::OnXButtonUp(UINT, UINT nButton, CPoint)
 
 void CKstrMouseDlg::UpdateControlMarks()
 {
-    const auto mark = [this](const harn5::LocalizedString* label, Mouse::Control control) {
-        return CControlMarksCtrl::Mark{Text(label), m_mouse.state[control]};
-    };
-    // Side buttons asked for by name show from the start, counted by the system or not.
-    const bool sideAsked = params::bRequireSideButtons->value().valueBool();
-    const auto sideMark = [&](const harn5::LocalizedString* label, Mouse::Control control) {
-        CControlMarksCtrl::Mark shown = mark(label, control);
-        shown.state = sideAsked && shown.state == Absent ? Untested : shown.state;
-        return shown;
-    };
-    m_marks.show({mark(texts::MsgMouseCheckTiltLeft, Mouse::TiltLeft), mark(texts::MsgMouseCheckTiltRight, Mouse::TiltRight),
-                  sideMark(texts::MsgMouseCheckBackButton, Mouse::BackButton),
-                  sideMark(texts::MsgMouseCheckForwardButton, Mouse::ForwardButton)});
-}
-
-void CKstrMouseDlg::UpdateStatusPicture()
-{
-    const PictureSet* pSet = FindPictureSet(m_mouse.mouseType);
-    if (pSet == nullptr) {
-        return;
-    }
-    int chosen = pSet->idle;
-    if (m_mouse.state[Mouse::LeftButton] == Active) {
-        chosen = pSet->left;
-    } else if (m_mouse.state[Mouse::RightButton] == Active) {
-        chosen = pSet->right;
-    } else if (pSet->middle != 0 && m_mouse.state[Mouse::MiddleButton] == Active) {
-        chosen = pSet->middle;
-    }
-    // Only what changes is touched: each window call is dear, and this runs at every press.
-    for (const int id : pSet->hidden) {
-        if (id == 0) {
-            break;
-        }
-        CWnd* pPicture = id != chosen ? GetDlgItem(id) : nullptr;
-        if (pPicture != nullptr && HasVisibleStyle(*pPicture)) {
-            pPicture->ShowWindow(SW_HIDE);
-        }
-        if (pPicture != nullptr && pPicture->IsWindowEnabled()) {
-            pPicture->EnableWindow(FALSE);
-        }
-    }
-    if (CWnd* pPicture = GetDlgItem(chosen)) {
-        if (!pPicture->IsWindowEnabled()) {
-            pPicture->EnableWindow(TRUE);
-        }
-        if (!pPicture->IsWindowVisible()) {
-            pPicture->ShowWindow(SW_SHOWNORMAL);
-        }
-    }
+    m_panel.showMarks(m_mouse, params::bRequireSideButtons->value().valueBool());
 }
 
 // WM_MOUSEWHEEL: the vertical arrow and the bar follow the direction; away from the user is up.
@@ -542,20 +397,12 @@ BOOL CKstrMouseDlg::OnMouseWheel(UINT nFlags, short zDelta, CPoint pt)
 {
     m_nWheelTimer = static_cast<UINT>(SetTimer(kWheelTimer, kWheelPeriodMs));
     const bool towardUser = zDelta < 1;
-    ShowControl(IDC_WHEEL_UP, towardUser ? SW_HIDE : SW_SHOW);
-    ShowControl(IDC_WHEEL_DOWN, towardUser ? SW_SHOW : SW_HIDE);
     m_bWheelMoved = true;
     m_mouse.state[Mouse::VerticalWheel] = towardUser ? Seen : Active;
-    ShowControl(IDC_WHEEL_SCALE_BOTTOM, SW_SHOW);
-    ShowControl(IDC_WHEEL_SCALE_TOP, SW_SHOW);
-    if (towardUser) {
-        m_wheelBar.StepDown();
-    } else {
-        m_wheelBar.StepUp();
-    }
+    m_panel.showWheelNotch(towardUser);
     m_iDragState = Idle;
     if (!Windows10PE()) {
-        ResetDragPictures();
+        m_panel.resetDragPictures();
     }
     RefreshPassButton();
     return KSXDialog::OnMouseWheel(nFlags, zDelta, pt);
@@ -566,23 +413,15 @@ void CKstrMouseDlg::OnMouseHWheel(UINT, short zDelta, CPoint)
 {
     m_nWheelTimer = static_cast<UINT>(SetTimer(kWheelTimer, kWheelPeriodMs));
     const bool left = zDelta < 1;
-    ShowControl(IDC_TILT_LEFT, left ? SW_SHOW : SW_HIDE);
-    ShowControl(IDC_TILT_RIGHT, left ? SW_HIDE : SW_SHOW);
+    m_panel.showTilt(left);
     m_bWheelMoved = true;
     m_mouse.state[left ? Mouse::TiltLeft : Mouse::TiltRight] = Seen;
     UpdateControlMarks();
     m_iDragState = Idle;
     if (!Windows10PE()) {
-        ResetDragPictures();
+        m_panel.resetDragPictures();
     }
     RefreshPassButton();
-}
-
-void CKstrMouseDlg::ResetDragPictures()
-{
-    ShowControl(IDC_DROP_TARGET_FILLED, SW_HIDE);
-    ShowControl(IDC_DROP_TARGET, SW_SHOWNORMAL);
-    ShowControl(IDC_DRAG_SOURCE, SW_SHOWNORMAL);
 }
 
 void CKstrMouseDlg::OnTimer(UINT_PTR nIDEvent)
@@ -611,18 +450,14 @@ void CKstrMouseDlg::OnPositionTimer()
 {
     POINT cursor{};
     ::GetCursorPos(&cursor);
-    const int x = cursor.x;
-    const int y = cursor.y;
-    SetControlText(IDC_POSITION_X, Text(KSXValue(x).toString(KSXValue::nilValue())));
-    SetControlText(IDC_POSITION_Y, Text(KSXValue(y).toString(KSXValue::nilValue())));
+    m_panel.showPosition(cursor);
     KSXDialog::OnTimer(kPositionTimer);
 }
 
 // 100 ms after the last wheel or tilt event the tilt arrows go; the rest stays as it is.
 void CKstrMouseDlg::OnWheelTimer()
 {
-    ShowControl(IDC_TILT_RIGHT, SW_HIDE);
-    ShowControl(IDC_TILT_LEFT, SW_HIDE);
+    m_panel.hideTilt();
     m_bWheelMoved = false;
     if (!KillTimer(m_nWheelTimer)) {
         KSX_LOG(s_log, "kstrmouse", ksx::LoggerPriority::PRIORITY_DEBUG, kLineWheelTimerKillFailed,
@@ -635,7 +470,7 @@ void CKstrMouseDlg::OnWheelTimer()
 void CKstrMouseDlg::OnDropTimer()
 {
     if (!Windows10PE()) {
-        ResetDragPictures();
+        m_panel.resetDragPictures();
     }
     if (!KillTimer(m_nDropTimer)) {
         KSX_LOG(s_log, "kstrmouse", ksx::LoggerPriority::PRIORITY_DEBUG, kLineDropTimerKillFailed,
@@ -662,37 +497,15 @@ HCURSOR CKstrMouseDlg::OnQueryDragIcon()
     return static_cast<HCURSOR>(m_hIcon);
 }
 
-std::vector<MissingChecks::Check> CKstrMouseDlg::Missing() const
-{
-    MissingChecks::Demands demands;
-    demands.doubleClick = params::bRequireDoubleClick->value().valueBool();
-    demands.dragAndDrop = params::bRequireDragAndDrop->value().valueBool();
-    demands.leftClick = params::bRequireLeftClick->value().valueBool();
-    demands.rightClick = params::bRequireRightClick->value().valueBool();
-    demands.allControls = params::bRequireAllButtons->value().valueBool();
-    demands.sideButtons = params::bRequireSideButtons->value().valueBool();
-    return MissingChecks::of(demands, m_mouse, m_bDoubleClickDone, m_bDragDropDone);
-}
-
 bool CKstrMouseDlg::AllRequiredChecksDone() const
 {
-    return Missing().empty();
+    return ChecksNotDone(m_mouse, m_bDoubleClickDone, m_bDragDropDone).empty();
 }
 
 void CKstrMouseDlg::ShowMissingChecks(bool passEnabled)
 {
-    static const harn5::LocalizedString* const* const names[] = {
-        &texts::MsgMouseCheckLeftButton, &texts::MsgMouseCheckRightButton, &texts::MsgMouseCheckMiddleButton,
-        &texts::MsgMouseCheckWheel,      &texts::MsgMouseCheckTiltLeft,    &texts::MsgMouseCheckTiltRight,
-        &texts::MsgMouseCheckBackButton, &texts::MsgMouseCheckForwardButton, &texts::MsgMouseCheckDoubleClick,
-        &texts::MsgMouseCheckDragAndDrop};
-    std::wstring line;
-    if (!passEnabled) {
-        for (const MissingChecks::Check check : Missing()) {
-            line += line.empty() ? std::wstring(Text(texts::MsgMouseStillToDo)) + L" " : std::wstring(L", ");
-            line += Text(*names[check]);
-        }
-    }
+    const std::wstring line =
+        passEnabled ? std::wstring() : ChecksNotDone(m_mouse, m_bDoubleClickDone, m_bDragDropDone).line();
     // Set only when it changes: each window call is dear, and this runs at every press.
     if (line != m_missingLine) {
         m_missingLine = line;
@@ -714,7 +527,7 @@ void CKstrMouseDlg::RefreshPassButton()
 
 void CKstrMouseDlg::OnBnClickedPass()
 {
-    if (getPassButtonPolicy() == DisabledUntilFinished && m_bMiddleMimicked && !m_bMiddleSeen) {
+    if (getPassButtonPolicy() == DisabledUntilFinished && m_chords.middleMimicked() && !m_bMiddleSeen) {
         DiagModule::warning(kstrmouse::events::UserMimicMiddleButton, kSourceFile, kLineUserMimicMiddleButton);
     }
     m_result = TestResult::PASS();
@@ -724,7 +537,7 @@ void CKstrMouseDlg::OnBnClickedPass()
 void CKstrMouseDlg::OnBnClickedFail()
 {
     DiagModule::error(kstrmouse::events::TestFailed, kSourceFile, kLineTestFailed);
-    ReportChecksNotDone();
+    ChecksNotDone(m_mouse, m_bDoubleClickDone, m_bDragDropDone).report();
     m_result = TestResult::FAIL();
     CDialog::OnOK();
 }
@@ -750,14 +563,7 @@ void CKstrMouseDlg::OnBnClickedMoreInfo()
 void CKstrMouseDlg::OnBnDoubleClickedFace()
 {
     SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(0, 0));
-    CWnd* pSmiley = GetDlgItem(IDC_SMILEY);
-    if (pSmiley != nullptr && pSmiley->IsWindowVisible()) {
-        ShowControl(IDC_SMILEY, SW_HIDE);
-        ShowControl(IDC_NON_SMILEY, SW_SHOWNORMAL);
-    } else {
-        ShowControl(IDC_SMILEY, SW_SHOWNORMAL);
-        ShowControl(IDC_NON_SMILEY, SW_HIDE);
-    }
+    m_panel.swapFaces();
     m_bDoubleClickDone = true;
     RefreshPassButton();
 }
@@ -768,33 +574,18 @@ void CKstrMouseDlg::OnEnSetFocusInstructions()
     SetFocus();
 }
 
-bool CKstrMouseDlg::IsOverDragSource(CPoint p)
-{
-    CWinThread* pThread = AfxGetThread();
-    CWnd* pMain = pThread != nullptr ? pThread->GetMainWnd() : nullptr;
-    CWnd* pSource = pMain != nullptr ? pMain->GetDlgItem(IDC_DRAG_SOURCE) : nullptr;
-    if (pSource == nullptr) {
-        return false;
-    }
-    pMain->ClientToScreen(&p);
-    CRect source;
-    pSource->GetWindowRect(&source);
-    source.InflateRect(kDragSourceMargin, kDragSourceMargin);
-    return source.PtInRect(p) != FALSE;
-}
-
 // WM_MOUSEMOVE: the first move over the source after a press on it starts the drag.
 void CKstrMouseDlg::OnMouseMove(UINT nFlags, CPoint point)
 {
     // A release the dialog never saw (outside it, without the capture) shows in the key-state
     // flags of the next move: the button is let go of here, so it never makes a chord later.
-    if (m_bLeftDown && (nFlags & MK_LBUTTON) == 0) {
+    if (m_chords.leftHeld() && (nFlags & MK_LBUTTON) == 0) {
         OnLButtonUp(nFlags, point);
     }
-    if (m_bRightDown && (nFlags & MK_RBUTTON) == 0) {
+    if (m_chords.rightHeld() && (nFlags & MK_RBUTTON) == 0) {
         OnRButtonUp(nFlags, point);
     }
-    if (m_iDragState == Armed && IsOverDragSource(point)) {
+    if (m_iDragState == Armed && MouseDragSource::contains(point)) {
         StartDrag();
     }
     KSXDialog::OnMouseMove(nFlags, point);
@@ -810,15 +601,8 @@ void CKstrMouseDlg::OnCaptureChanged(CWnd* pWnd)
 void CKstrMouseDlg::StartDrag()
 {
     m_iDragState = Dragged;
-    // Only the format matters to the target: 1024 zero bytes under the bitmap format's number.
-    GlobalBlock block(::GlobalAlloc(GMEM_ZEROINIT, kDragDataSize));
-    if (block == nullptr || ::GlobalLock(block.get()) == nullptr) {
-        return;
+    if (m_dragSource.drag()) {
+        // The drag loop took the real release: this one closes the drag.
+        SendMessage(WM_LBUTTONUP, 0, 0);
     }
-    ::GlobalUnlock(block.get());
-    m_dataSource.CacheGlobalData(CF_BITMAP, block.release());
-    m_dataSource.DoDragDrop(DROPEFFECT_COPY | DROPEFFECT_MOVE);
-    // The drag loop took the real release: this one closes the drag.
-    SendMessage(WM_LBUTTONUP, 0, 0);
-    m_dataSource.Empty();
 }

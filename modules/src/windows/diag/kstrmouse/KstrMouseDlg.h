@@ -7,14 +7,13 @@
 
 #include <cstdint>
 
-#include "CControlMarksCtrl.h"
-#include "COleDropWndTarget.h"
 #include <string>
-#include <vector>
 
+#include "ButtonChords.h"
+#include "COleDropWndTarget.h"
 #include "DoubleClickTest.h"
-#include "MissingChecks.h"
-#include "MouseWheelBar.h"
+#include "MouseDragSource.h"
+#include "MouseStatusPanel.h"
 #include "WindowsMouse.h"
 #include "harn5/TestResult.h"
 #include "ksxui/CAutoTimer.h"
@@ -76,22 +75,13 @@ protected:
 
 private:
     void SetDialogTexts();
-    // Shows the mouse picture of the current picture set that fits the button states.
-    void UpdateStatusPicture();
     // The marks of the tilt directions and side buttons follow their states.
     void UpdateControlMarks();
     void RefreshPassButton();
     bool AllRequiredChecksDone() const;
-    std::vector<MissingChecks::Check> Missing() const;
-    // Fail and Close: each check demanded but never done is an event of its own.
-    void ReportChecksNotDone();
     // The line under the instructions: what is still to do, while the policy keeps Pass closed.
     void ShowMissingChecks(bool passEnabled);
-    // Whether p (client coordinates) lies on the drag source, widened by 2 pixels.
-    static bool IsOverDragSource(CPoint p);
     void StartDrag();
-    // The empty target and the source picture return (not on Windows 10 PE).
-    void ResetDragPictures();
     void OnWheelTimer();
     void OnDropTimer();
     void OnPositionTimer();
@@ -99,13 +89,9 @@ private:
     void CaptureMouse();
     void ReleaseMouse();
     void SetControlText(int id, LPCTSTR text);
-    void ShowControl(int id, int nCmdShow);
-    // State slot of the button whose presses arrive as left-button messages, and of the other.
-    std::uint32_t& PrimaryState();
-    std::uint32_t& SecondaryState();
 
     COleDropWndTarget m_dropTarget;
-    COleDataSource m_dataSource;
+    MouseDragSource m_dragSource;
     WindowsMouse m_mouse;
     UINT m_nWheelTimer;
     UINT m_nPositionTimer;
@@ -117,11 +103,7 @@ private:
     bool m_bDragDropDone;
     std::wstring m_missingLine;      // the line under the instructions as shown
     bool m_bCaptured;
-    MouseWheelBar m_wheelBar;
-    CControlMarksCtrl m_marks;
-    bool m_bLeftDown;
-    bool m_bRightDown;
-    bool m_bMiddleMimicked;
+    ButtonChords m_chords;
     bool m_bMiddleSeen;
     DoubleClickTest m_smiley;
     DoubleClickTest m_nonSmiley;
@@ -136,4 +118,5 @@ public:
 
 private:
     CKstrMoreInfo* m_pMoreInfo;
+    MouseStatusPanel m_panel;
 };

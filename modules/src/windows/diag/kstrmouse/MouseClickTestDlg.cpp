@@ -3,9 +3,7 @@
 #include <objidl.h>
 #include <gdiplus.h>
 #include <uxtheme.h>
-#include <windowsx.h>
 
-#include <algorithm>
 #include <string>
 
 #include "KstrMouse.h"
@@ -62,11 +60,6 @@ constexpr int kLineSetDragImages = 1112;
 constexpr int kLineSetTestInstruction = 1126;
 constexpr int kLineEnabledScrollingImages = 1150;
 
-constexpr int kStepCount = 9;
-constexpr int kDefaultStepCount = 7;
-constexpr int kFirstStepAfterSideButtons = 6;
-constexpr DWORD kStepPauseMs = 1000;
-
 constexpr UINT_PTR kPositionTimer = 1010;
 constexpr UINT kPositionPeriodMs = 200;
 
@@ -74,88 +67,26 @@ constexpr UINT kPositionPeriodMs = 200;
 constexpr unsigned kTopStripHeight = 50;
 constexpr WPARAM kMoveByCaption = SC_MOVE | HTCAPTION;
 
-constexpr int kDragImageWidth = 50;
-constexpr COLORREF kDragImageMask = RGB(0xFF, 0x00, 0xFF);
-constexpr POINT kDragHotSpot = {20, 20};
-
 constexpr COLORREF kBackground = RGB(0xFF, 0xFF, 0xFF);
 constexpr COLORREF kWheelBarBackground = 0xF5F5F5;
 constexpr COLORREF kWheelBarColor = 0xFFBB72;
 constexpr COLORREF kWheelBarFullColor = 0x00BF00;
-constexpr int kWheelUpFullColourAt = 90;
-constexpr int kWheelUpDoneAt = 100;
-constexpr int kWheelDownFullColourAt = 10;
-constexpr int kWheelDownDoneAt = 2;
 
-// The step table: instruction and the event the Fail button raises at that step.
+// The event the Fail button raises at each step.
 struct Step {
-    harn5::LocalizedString* const* instruction;
     harn5::Event* const* failEvent;
     int failNumber;
 };
-const Step kSteps[kStepCount] = {
-    {&texts::MOUSE_LEFT_CLICK_TEST_INSTRUCTION, &events::LEFT_MOUSE_CLICK_NOT_RECEIVED, 800},
-    {&texts::MOUSE_RIGHT_CLICK_TEST_INSTRUCTION, &events::RIGHT_MOUSE_CLICK_NOT_RECEIVED, 802},
-    {&texts::MOUSE_MIDDLE_CLICK_TEST_INSTRUCTION, &events::SCROLL_WHEEL_MOUSE_CLICK_NOT_RECEIVED, 804},
-    {&texts::MOUSE_SIDE_BUTTON_1_TEST_INSTRUCTION, &events::FIRST_SIDE_MOUSE_BUTTON_NOT_RECEIVED, 806},
-    {&texts::MOUSE_SIDE_BUTTON_2_TEST_INSTRUCTION, &events::SECOND_SIDE_MOUSE_BUTTON_NOT_RECEIVED, 808},
-    {&texts::MOUSE_DOUBLE_CLICK_TEST_INSTRUCTION, &events::MOUSE_DOUBLE_CLICK_NOT_RECEIVED, 810},
-    {&texts::MOUSE_DRAG_TEST_INSTRUCTION, &events::MOUSE_DRAG_NOT_RECEIVED, 816},
-    {&texts::MOUSE_WHEEL_UP_TEST_INSTRUCTION, &events::SCROLL_WHEEL_UP_NOT_RECEIVED, 812},
-    {&texts::MOUSE_WHEEL_DOWN_TEST_INSTRUCTION, &events::SCROLL_WHEEL_DOWN_NOT_RECEIVED, 814},
-};
-
-// Every picture file, in loading order, with its control in each layout (0: not shown there).
-// The drag step has its own copies of the double-click target and success pictures.
-struct PictureFile {
-    const wchar_t* name;
-    int defaultControl;
-    int gamingControl;
-};
-const PictureFile kPictureFiles[] = {
-    {L"mouse_default.png", IDC_CT_MOUSE_START, 0},
-    {L"mouse_left_clicked.png", IDC_CT_LEFT_PRESSED, 0},
-    {L"mouse_left_click_success.png", IDC_CT_LEFT_SUCCESS, 0},
-    {L"mouse_right_clicked.png", IDC_CT_RIGHT_PRESSED, 0},
-    {L"mouse_right_click_success.png", IDC_CT_RIGHT_SUCCESS, 0},
-    {L"mouse_middle_clicked.png", IDC_CT_MIDDLE_PRESSED, 0},
-    {L"mouse_click_final_success.png", IDC_CT_MIDDLE_SUCCESS, 0},
-    {L"mouse_click_final_success_middle_skipped.png", IDC_CT_MIDDLE_SKIPPED, 0},
-    {L"mouse_side_button_default.png", 0, IDC_CT_MOUSE_START},
-    {L"mouse_side_button_left_clicked.png", 0, IDC_CT_LEFT_PRESSED},
-    {L"mouse_side_button_left_success.png", 0, IDC_CT_LEFT_SUCCESS},
-    {L"mouse_side_button_right_clicked.png", 0, IDC_CT_RIGHT_PRESSED},
-    {L"mouse_side_button_right_click_success.png", 0, IDC_CT_RIGHT_SUCCESS},
-    {L"mouse_side_button_middle_clicked.png", 0, IDC_CT_MIDDLE_PRESSED},
-    {L"mouse_side_button_middle_success.png", 0, IDC_CT_MIDDLE_SUCCESS},
-    {L"mouse_side_button_middle_skipped.png", 0, IDC_CT_MIDDLE_SKIPPED},
-    {L"mouse_side_button_1_clicked.png", 0, IDC_CT_SIDE1_PRESSED},
-    {L"mouse_side_button_1_clicked_middle_skipped.png", 0, IDC_CT_SIDE1_PRESSED_SKIPPED},
-    {L"mouse_side_button_1_success.png", 0, IDC_CT_SIDE1_SUCCESS},
-    {L"mouse_side_button_1_success_middle_skipped.png", 0, IDC_CT_SIDE1_SUCCESS_SKIPPED},
-    {L"mouse_side_button_2_clicked.png", 0, IDC_CT_SIDE2_PRESSED},
-    {L"mouse_side_button_2_clicked_middle_skipped.png", 0, IDC_CT_SIDE2_PRESSED_SKIPPED},
-    {L"mouse_side_button_2_success.png", 0, IDC_CT_SIDE2_SUCCESS},
-    {L"mouse_side_button_2_success_middle_skipped.png", 0, IDC_CT_SIDE2_SUCCESS_SKIPPED},
-    {L"double_click_drag_target.png", IDC_CT_DOUBLE_CLICK_TARGET, IDC_CT_DOUBLE_CLICK_TARGET},
-    {L"double_click_drag_target_hover.png", IDC_CT_DOUBLE_CLICK_HOVER, IDC_CT_DOUBLE_CLICK_HOVER},
-    {L"double_click_drag_success.png", IDC_CT_DOUBLE_CLICK_SUCCESS, IDC_CT_DOUBLE_CLICK_SUCCESS},
-    {L"drag_item.png", IDC_CT_DRAG_ITEM, IDC_CT_DRAG_ITEM},
-    {L"double_click_drag_target.png", IDC_CT_DROP_AREA, IDC_CT_DROP_AREA},
-    {L"double_click_drag_success.png", IDC_CT_DROP_SUCCESS, IDC_CT_DROP_SUCCESS},
-    {L"close.png", IDC_CT_CLOSE, IDC_CT_CLOSE},
-    {L"scroll_up_down_success.png", IDC_CT_WHEEL_SUCCESS, IDC_CT_WHEEL_SUCCESS},
-    {L"scroll_up_indicator.png", IDC_CT_WHEEL_UP, IDC_CT_WHEEL_UP},
-    {L"scroll_down_indicator.png", IDC_CT_WHEEL_DOWN, IDC_CT_WHEEL_DOWN},
-};
-constexpr const wchar_t* kPictureFolder = L"resources//kstrmouse//";
-
-// The mouse area: these pictures lie on one rectangle and one shows at a time.
-const int kMousePictures[] = {
-    IDC_CT_MOUSE_START, IDC_CT_LEFT_PRESSED, IDC_CT_LEFT_SUCCESS, IDC_CT_RIGHT_PRESSED,
-    IDC_CT_RIGHT_SUCCESS, IDC_CT_MIDDLE_PRESSED, IDC_CT_MIDDLE_SUCCESS, IDC_CT_MIDDLE_SKIPPED,
-    IDC_CT_SIDE1_PRESSED, IDC_CT_SIDE1_PRESSED_SKIPPED, IDC_CT_SIDE1_SUCCESS, IDC_CT_SIDE1_SUCCESS_SKIPPED,
-    IDC_CT_SIDE2_PRESSED, IDC_CT_SIDE2_PRESSED_SKIPPED, IDC_CT_SIDE2_SUCCESS, IDC_CT_SIDE2_SUCCESS_SKIPPED,
+const Step kSteps[ClickTestSteps::kSteps] = {
+    {&events::LEFT_MOUSE_CLICK_NOT_RECEIVED, 800},
+    {&events::RIGHT_MOUSE_CLICK_NOT_RECEIVED, 802},
+    {&events::SCROLL_WHEEL_MOUSE_CLICK_NOT_RECEIVED, 804},
+    {&events::FIRST_SIDE_MOUSE_BUTTON_NOT_RECEIVED, 806},
+    {&events::SECOND_SIDE_MOUSE_BUTTON_NOT_RECEIVED, 808},
+    {&events::MOUSE_DOUBLE_CLICK_NOT_RECEIVED, 810},
+    {&events::MOUSE_DRAG_NOT_RECEIVED, 816},
+    {&events::SCROLL_WHEEL_UP_NOT_RECEIVED, 812},
+    {&events::SCROLL_WHEEL_DOWN_NOT_RECEIVED, 814},
 };
 
 const harn5::LocalizedString* s_currentInstruction = nullptr;
@@ -170,6 +101,7 @@ LPCTSTR Text(const harn5::HarnString& text)
 
 BEGIN_MESSAGE_MAP(CMouseClickTestDlg, CDialog)
     ON_WM_PAINT()
+    ON_WM_DESTROY()
     ON_WM_QUERYDRAGICON()
     ON_WM_LBUTTONDOWN()
     ON_WM_LBUTTONUP()
@@ -194,36 +126,18 @@ END_MESSAGE_MAP()
 
 CMouseClickTestDlg::CMouseClickTestDlg(CWnd* pParent, bool isGamingMouse)
     : CDialog(IDD_MOUSE_CLICK_TEST, pParent),
-      m_testIndex(1),
-      m_isGamingMouse(isGamingMouse),
-      m_isMiddleButtonRequired(false),
-      m_result(TestResult::CANNOTRUN()),
+      m_steps(isGamingMouse),
       m_isMovingWindow(false),
-      m_isDragging(false),
-      m_isDropped(false),
-      m_isMiddleButtonSkipped(false),
       m_positionTimerId(0),
       m_lastCursorPos{0, 0},
       m_wheelBarColor(kWheelBarColor),
       m_wheelBarFullColor(kWheelBarFullColor),
+      m_pictures(*this, isGamingMouse),
       m_icon(::LoadIconW(AfxGetResourceHandle(), MAKEINTRESOURCEW(IDI_MOUSE)))
 {
-    // A missing or broken file leaves an image in an error state: its control stays empty.
-    for (const PictureFile& file : kPictureFiles) {
-        auto picture = std::make_unique<Picture>();
-        picture->image = std::make_unique<Gdiplus::Image>((std::wstring(kPictureFolder) + file.name).c_str());
-        picture->controlId = isGamingMouse ? file.gamingControl : file.defaultControl;
-        m_pictures.push_back(std::move(picture));
-    }
 }
 
-CMouseClickTestDlg::~CMouseClickTestDlg()
-{
-    // Newest picture first; within a picture the control goes before the image it paints.
-    while (!m_pictures.empty()) {
-        m_pictures.pop_back();
-    }
-}
+CMouseClickTestDlg::~CMouseClickTestDlg() = default;
 
 const harn5::LocalizedString* CMouseClickTestDlg::currentInstruction()
 {
@@ -239,17 +153,13 @@ TestResult CMouseClickTestDlg::runTest()
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::runTest()", kSourceFile, kLineRunTest);
     DoModal();
-    return m_result;
+    return m_steps.verdict();
 }
 
 void CMouseClickTestDlg::DoDataExchange(CDataExchange* pDX)
 {
     CDialog::DoDataExchange(pDX);
-    for (const auto& picture : m_pictures) {
-        if (picture->controlId != 0) {
-            DDX_Control(pDX, picture->controlId, picture->control);
-        }
-    }
+    m_pictures.bind(pDX);
     DDX_Control(pDX, IDC_CT_WHEEL_BAR, m_wheelBar);
 }
 
@@ -269,15 +179,15 @@ BOOL CMouseClickTestDlg::OnInitDialog()
                 " Y: " + s_rememberedPosition.y);
     SetIcon(m_icon, TRUE);
     SetIcon(m_icon, FALSE);
-    setPicture(IDC_CT_CLOSE, true);
+    m_pictures.set(IDC_CT_CLOSE, true);
     m_renderer = std::make_shared<CMouseStringRenderer>(*this);
-    if (m_isGamingMouse) {
+    if (m_steps.gaming()) {
         setGamingMouseImages();
     } else {
         setDefaultMouseImages();
     }
     hideMouseImages();
-    setTestIndex(1);
+    setTestIndex();
     showTestStep();
     m_backgroundBrush.CreateSolidBrush(kBackground);
     setLocalizedString(this, IDC_CT_SKIP, texts::BUTTON_SKIP);
@@ -289,42 +199,39 @@ BOOL CMouseClickTestDlg::OnInitDialog()
         enabledScrollingImages(IDC_CT_WHEEL_BAR, false);
     }
     for (const int id : {IDC_CT_WHEEL_SUCCESS, IDC_CT_WHEEL_UP, IDC_CT_WHEEL_DOWN}) {
-        showPicture(id, SW_HIDE);
+        m_pictures.show(id, SW_HIDE);
     }
     return TRUE;
 }
 
-void CMouseClickTestDlg::setTestIndex(int index)
+void CMouseClickTestDlg::setTestIndex()
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::setTestIndex()", kSourceFile, kLineSetTestIndex);
     CWnd* pMain = AfxGetMainWnd();
     enableControl(pMain, IDCANCEL);
     enableControl(pMain, IDC_CT_FAIL);
-    m_testIndex = index;
-    // Without side buttons the steps after them are numbered two lower.
-    const int end = m_isGamingMouse ? kStepCount : kDefaultStepCount;
-    const int start = m_isGamingMouse || index < kFirstStepAfterSideButtons ? index : index - 2;
-    texts::MOUSE_INTERACTIVE_TEST_INDEX->setVariable("start", harn5::Value(harn5::HarnString(std::to_string(start))))
-        ->setVariable("end", harn5::Value(harn5::HarnString(std::to_string(end))));
+    texts::MOUSE_INTERACTIVE_TEST_INDEX
+        ->setVariable("start", harn5::Value(harn5::HarnString(std::to_string(m_steps.shownNumber()))))
+        ->setVariable("end", harn5::Value(harn5::HarnString(std::to_string(m_steps.shownCount()))));
     Invalidate(TRUE);
 }
 
 void CMouseClickTestDlg::showTestStep()
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::setDefaultMouseImages()", kSourceFile, kLineShowTestStep);
-    switch (m_testIndex) {
+    switch (m_steps.index()) {
     case 1:
         s_currentInstruction = texts::MOUSE_LEFT_CLICK_TEST_INSTRUCTION;
-        showMousePicture(IDC_CT_MOUSE_START);
+        m_pictures.showMouse(IDC_CT_MOUSE_START);
         break;
     case 2:
         s_currentInstruction = texts::MOUSE_RIGHT_CLICK_TEST_INSTRUCTION;
-        showMousePicture(IDC_CT_LEFT_SUCCESS);
+        m_pictures.showMouse(IDC_CT_LEFT_SUCCESS);
         break;
     case 3:
-        s_currentInstruction = m_isMiddleButtonRequired ? texts::MOUSE_MIDDLE_CLICK_TEST_INSTRUCTION_TESTING_REQUIRED
+        s_currentInstruction = m_steps.middleRequired() ? texts::MOUSE_MIDDLE_CLICK_TEST_INSTRUCTION_TESTING_REQUIRED
                                                         : texts::MOUSE_MIDDLE_CLICK_TEST_INSTRUCTION;
-        if (!m_isMiddleButtonRequired) {
+        if (m_steps.offersSkip()) {
             CWnd* skip = GetDlgItem(IDC_CT_SKIP);
             if (!skip->IsWindowVisible()) {
                 skip->ShowWindow(SW_SHOWNORMAL);
@@ -333,28 +240,28 @@ void CMouseClickTestDlg::showTestStep()
                 skip->EnableWindow(TRUE);
             }
         }
-        showMousePicture(IDC_CT_RIGHT_SUCCESS);
+        m_pictures.showMouse(IDC_CT_RIGHT_SUCCESS);
         break;
     case 4:
         s_currentInstruction = texts::MOUSE_SIDE_BUTTON_1_TEST_INSTRUCTION;
         hideMouseImages();
-        if (m_isMiddleButtonSkipped) {
-            showMousePicture(IDC_CT_MIDDLE_SKIPPED);
+        if (m_steps.middleSkipped()) {
+            m_pictures.showMouse(IDC_CT_MIDDLE_SKIPPED);
         } else {
-            setPicture(IDC_CT_MIDDLE_SUCCESS, true);
-            showMousePicture(IDC_CT_MIDDLE_SUCCESS);
+            m_pictures.set(IDC_CT_MIDDLE_SUCCESS, true);
+            m_pictures.showMouse(IDC_CT_MIDDLE_SUCCESS);
         }
         break;
     case 5:
         s_currentInstruction = texts::MOUSE_SIDE_BUTTON_2_TEST_INSTRUCTION;
         hideMouseImages();
-        showMousePicture(m_isMiddleButtonSkipped ? IDC_CT_SIDE1_SUCCESS_SKIPPED : IDC_CT_SIDE1_SUCCESS);
+        m_pictures.showMouse(m_steps.middleSkipped() ? IDC_CT_SIDE1_SUCCESS_SKIPPED : IDC_CT_SIDE1_SUCCESS);
         break;
     case 6:
         s_currentInstruction = texts::MOUSE_DOUBLE_CLICK_TEST_INSTRUCTION;
         // The target takes the mouse area's place.
-        showMousePicture(0);
-        showPicture(IDC_CT_DOUBLE_CLICK_TARGET, SW_SHOW);
+        m_pictures.showMouse(0);
+        m_pictures.show(IDC_CT_DOUBLE_CLICK_TARGET, SW_SHOW);
         break;
     case 7:
         setUpDragStep();
@@ -370,105 +277,55 @@ void CMouseClickTestDlg::showTestStep()
     }
 }
 
-void CMouseClickTestDlg::passStep()
+void CMouseClickTestDlg::completeStep()
 {
-    m_result = TestResult::PASS();
+    const int done = m_steps.index();
+    const ClickTestSteps::Completion completion = m_steps.complete();
+    // Out of reach while the success picture shows.
     CWnd* pMain = AfxGetMainWnd();
     disableControl(pMain, IDCANCEL);
     disableControl(pMain, IDC_CT_FAIL);
+    m_pictures.hideIfVisible(IDC_CT_SKIP);
     // A disabled button loses the focus to nobody; the dialog keeps it, so that Escape works.
     if (CWnd::GetFocus() == nullptr) {
         SetFocus();
     }
-}
-
-void CMouseClickTestDlg::completeMiddleStep()
-{
-    passStep();
-    if (m_isGamingMouse) {
-        if (m_isMiddleButtonSkipped) {
-            showMousePicture(0);
-        } else {
-            showMousePicture(IDC_CT_MIDDLE_SUCCESS);
-        }
+    if (completion.mouseArea) {
+        m_pictures.showMouse(completion.shows);
     } else {
-        const int success = m_isMiddleButtonSkipped ? IDC_CT_MIDDLE_SKIPPED : IDC_CT_MIDDLE_SUCCESS;
-        showMousePicture(success);
-        drawNow(success);
-        stepPause();
-        if (!m_isMiddleButtonSkipped) {
-            showPicture(IDC_CT_MIDDLE_SUCCESS, SW_HIDE);
-        }
+        m_pictures.show(completion.hides, SW_HIDE);
+        m_pictures.show(completion.shows, SW_SHOW);
     }
-    showPicture(IDC_CT_SKIP, SW_HIDE);
-    setTestIndex(m_isGamingMouse ? 4 : kFirstStepAfterSideButtons);
+    m_pictures.drawNow(completion.shows);
+    if (completion.pauseMs != 0) {
+        stepPause(completion.pauseMs);
+    }
+    if (completion.ends) {
+        CDialog::OnOK();
+        return;
+    }
+    setTestIndex();
+    if (done == 2) {
+        m_steps.setMiddleRequired(kstrmouse::params::RequireScrollWheelButton->value().valueBool());
+    }
     showTestStep();
 }
 
-void CMouseClickTestDlg::setPicture(int controlId, bool show)
-{
-    Picture* picture = pictureFor(controlId);
-    if (picture == nullptr) {
-        return;
-    }
-    picture->control.SetImage(*picture->image, true, false, false);
-    picture->control.InvalidateRect(nullptr, TRUE);
-    picture->control.ShowWindow(show ? SW_SHOW : SW_HIDE);
-}
-
-void CMouseClickTestDlg::showPicture(int controlId, int nCmdShow)
-{
-    if (CWnd* control = GetDlgItem(controlId)) {
-        control->ShowWindow(nCmdShow);
-    }
-}
-
-void CMouseClickTestDlg::hidePictureIfVisible(int controlId)
-{
-    CWnd* control = GetDlgItem(controlId);
-    // The control's own style: it counts also while the dialog itself is not shown yet.
-    if (control != nullptr && (::GetWindowLongW(control->m_hWnd, GWL_STYLE) & WS_VISIBLE) != 0) {
-        control->ShowWindow(SW_HIDE);
-    }
-}
-
-void CMouseClickTestDlg::showMousePicture(int controlId)
-{
-    for (const int id : kMousePictures) {
-        if (id != controlId) {
-            hidePictureIfVisible(id);
-        }
-    }
-    if (controlId != 0) {
-        showPicture(controlId, SW_SHOW);
-    }
-}
-
-void CMouseClickTestDlg::drawNow(int controlId)
-{
-    if (CWnd* control = GetDlgItem(controlId)) {
-        control->UpdateWindow();
-    }
-}
-
-void CMouseClickTestDlg::stepPause()
+void CMouseClickTestDlg::stepPause(unsigned ms)
 {
     // What was just drawn reaches the screen first: Wine hands a window's pixels to the display
     // only when its thread looks at its queue. Nothing is taken from the queue here.
     MSG pending;
     ::PeekMessageW(&pending, nullptr, 0, 0, PM_NOREMOVE);
-    // Deliberately blocking: the success picture stays while input waits for the next step.
-    ::Sleep(kStepPauseMs);
-}
-
-CMouseClickTestDlg::Picture* CMouseClickTestDlg::pictureFor(int controlId)
-{
-    for (const auto& picture : m_pictures) {
-        if (picture->controlId == controlId) {
-            return picture.get();
-        }
+    // Deliberately blocking: the success picture stays while input waits.
+    ::Sleep(ms);
+    // Input that came meanwhile belongs to no step: a press on Fail, or the next step's action
+    // done too early, is dropped before Fail is back and the next step begins.
+    MSG input;
+    while (::PeekMessageW(&input, nullptr, WM_MOUSEFIRST, WM_MOUSELAST, PM_REMOVE) ||
+           ::PeekMessageW(&input, nullptr, WM_NCMOUSEMOVE, WM_NCXBUTTONDBLCLK, PM_REMOVE) ||
+           ::PeekMessageW(&input, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE)) {
     }
-    return nullptr;
 }
 
 void CMouseClickTestDlg::setGamingMouseImages()
@@ -481,7 +338,7 @@ void CMouseClickTestDlg::setGamingMouseImages()
                          IDC_CT_SIDE1_PRESSED, IDC_CT_SIDE1_PRESSED_SKIPPED, IDC_CT_SIDE1_SUCCESS,
                          IDC_CT_MIDDLE_SKIPPED, IDC_CT_SIDE1_SUCCESS_SKIPPED, IDC_CT_SIDE2_PRESSED_SKIPPED,
                          IDC_CT_SIDE2_PRESSED, IDC_CT_SIDE2_SUCCESS, IDC_CT_SIDE2_SUCCESS_SKIPPED}) {
-        setPicture(id, false);
+        m_pictures.set(id, false);
     }
 }
 
@@ -492,7 +349,7 @@ void CMouseClickTestDlg::setDefaultMouseImages()
     for (const int id : {IDC_CT_MOUSE_START, IDC_CT_LEFT_PRESSED, IDC_CT_LEFT_SUCCESS, IDC_CT_RIGHT_PRESSED,
                          IDC_CT_RIGHT_SUCCESS, IDC_CT_MIDDLE_PRESSED, IDC_CT_MIDDLE_SUCCESS, IDC_CT_MIDDLE_SKIPPED,
                          IDC_CT_DOUBLE_CLICK_TARGET, IDC_CT_DOUBLE_CLICK_HOVER, IDC_CT_DOUBLE_CLICK_SUCCESS}) {
-        setPicture(id, false);
+        m_pictures.set(id, false);
     }
 }
 
@@ -504,16 +361,16 @@ void CMouseClickTestDlg::hideMouseImages()
                          IDC_CT_SIDE1_PRESSED, IDC_CT_SIDE1_PRESSED_SKIPPED, IDC_CT_SIDE1_SUCCESS_SKIPPED,
                          IDC_CT_SIDE1_SUCCESS, IDC_CT_SIDE2_PRESSED, IDC_CT_SIDE2_PRESSED_SKIPPED,
                          IDC_CT_SIDE2_SUCCESS, IDC_CT_SIDE2_SUCCESS_SKIPPED}) {
-        showPicture(id, SW_HIDE);
+        m_pictures.show(id, SW_HIDE);
     }
 }
 
 void CMouseClickTestDlg::setDragImages()
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::setDragImages()", kSourceFile, kLineSetDragImages);
-    setPicture(IDC_CT_DRAG_ITEM, true);
-    setPicture(IDC_CT_DROP_AREA, true);
-    setPicture(IDC_CT_DROP_SUCCESS, false);
+    m_pictures.set(IDC_CT_DRAG_ITEM, true);
+    m_pictures.set(IDC_CT_DROP_AREA, true);
+    m_pictures.set(IDC_CT_DROP_SUCCESS, false);
 }
 
 void CMouseClickTestDlg::setTestInstruction()
@@ -526,15 +383,15 @@ void CMouseClickTestDlg::setTestInstruction()
         }
     }
     enabledScrollingImages(IDC_CT_WHEEL_BAR, true);
-    setPicture(IDC_CT_WHEEL_SUCCESS, false);
-    if (m_testIndex == 8) {
+    m_pictures.set(IDC_CT_WHEEL_SUCCESS, false);
+    if (m_steps.index() == 8) {
         s_currentInstruction = texts::MOUSE_WHEEL_UP_TEST_INSTRUCTION;
-        showPicture(IDC_CT_DROP_SUCCESS, SW_HIDE);
-        setPicture(IDC_CT_WHEEL_UP, true);
+        m_pictures.show(IDC_CT_DROP_SUCCESS, SW_HIDE);
+        m_pictures.set(IDC_CT_WHEEL_UP, true);
     } else {
         s_currentInstruction = texts::MOUSE_WHEEL_DOWN_TEST_INSTRUCTION;
-        setPicture(IDC_CT_WHEEL_UP, false);
-        setPicture(IDC_CT_WHEEL_DOWN, true);
+        m_pictures.set(IDC_CT_WHEEL_UP, false);
+        m_pictures.set(IDC_CT_WHEEL_DOWN, true);
     }
 }
 
@@ -562,13 +419,13 @@ void CMouseClickTestDlg::enabledScrollingImages(int controlId, bool show)
 void CMouseClickTestDlg::setUpDragStep()
 {
     setLocalizedString(this, IDC_CT_POSITION_LABEL, texts::MOUSE_POINTER_POSITION);
-    if (!m_dragImageList.Create(IDB_DRAG_FEEDBACK, kDragImageWidth, 1, kDragImageMask)) {
+    if (!m_drag.loadImage(IDB_DRAG_FEEDBACK)) {
         KSX_LOG(s_log, kLogger, ksx::LoggerPriority::PRIORITY_TRACE, kLineDragImageFailed,
                 "Unable to add the drag image to the image list");
     }
     m_positionTimerId = SetTimer(kPositionTimer, kPositionPeriodMs);
     s_currentInstruction = texts::MOUSE_DRAG_TEST_INSTRUCTION;
-    hidePictureIfVisible(IDC_CT_DOUBLE_CLICK_SUCCESS);
+    m_pictures.hideIfVisible(IDC_CT_DOUBLE_CLICK_SUCCESS);
     setDragImages();
 }
 
@@ -638,64 +495,26 @@ bool CMouseClickTestDlg::isInDropArea(CPoint point)
     return isControlClicked(IDC_CT_DROP_AREA, point);
 }
 
-bool CMouseClickTestDlg::dragDetected(CPoint point)
-{
-    // The system's DragDetect compares screen coordinates on Windows and client coordinates on
-    // Wine; this loop does the same job in client coordinates on both. Like DragDetect it ends
-    // at the release (which it consumes), at Escape, or when the pointer leaves the rectangle.
-    const int halfWidth = std::max(1, ::GetSystemMetrics(SM_CXDRAG) / 2);
-    const int halfHeight = std::max(1, ::GetSystemMetrics(SM_CYDRAG) / 2);
-    const RECT still{point.x - halfWidth, point.y - halfHeight, point.x + halfWidth + 1, point.y + halfHeight + 1};
-    SetCapture();
-    for (;;) {
-        MSG msg;
-        while (::PeekMessageW(&msg, nullptr, WM_MOUSEFIRST, WM_MOUSELAST, PM_REMOVE) ||
-               ::PeekMessageW(&msg, nullptr, WM_KEYFIRST, WM_KEYLAST, PM_REMOVE)) {
-            if (msg.message == WM_LBUTTONUP || (msg.message == WM_KEYDOWN && msg.wParam == VK_ESCAPE)) {
-                ::ReleaseCapture();
-                return false;
-            }
-            if (msg.message == WM_MOUSEMOVE) {
-                const POINT moved{GET_X_LPARAM(msg.lParam), GET_Y_LPARAM(msg.lParam)};
-                if (!::PtInRect(&still, moved)) {
-                    ::ReleaseCapture();
-                    return true;
-                }
-            }
-        }
-        if (::GetCapture() != m_hWnd) {
-            return false;
-        }
-        ::MsgWaitForMultipleObjects(0, nullptr, FALSE, INFINITE, QS_INPUT | QS_POSTMESSAGE);
-    }
-}
-
 void CMouseClickTestDlg::OnLButtonDown(UINT nFlags, CPoint point)
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnLButtonDown()", kSourceFile, kLineOnLButtonDown);
-    if (m_testIndex == 1) {
-        SetCapture();
-        showMousePicture(IDC_CT_LEFT_PRESSED);
-    }
-    if (m_testIndex == 7 && !m_isDragging && !m_isDropped) {
-        // The press is decided here, one way or the other: the top strip does not get it too.
-        if (!dragDetected(point)) {
+    pressStepButton(ClickTestSteps::Button::Left);
+    if (m_steps.index() == 7 && !m_drag.dragging() && isDragSourceClicked(point)) {
+        // A press on the item is decided here, one way or the other.
+        if (DragTracker::detect(*this, point)) {
+            m_isMovingWindow = false;
+            m_pictures.show(IDC_CT_DRAG_ITEM, SW_HIDE);
+            m_drag.begin(*this, point);
+        } else {
             // The release went into the drag detection.
             OnLButtonUp(nFlags, point);
-        } else if (isDragSourceClicked(point)) {
-            m_isDragging = true;
-            m_isMovingWindow = false;
-            showPicture(IDC_CT_DRAG_ITEM, SW_HIDE);
-            m_dragImageList.BeginDrag(0, CPoint(kDragHotSpot.x, kDragHotSpot.y));
-            CImageList::DragEnter(this, toWindowPoint(point));
-            SetCapture();
         }
         return;
     }
     RECT window{};
     GetWindowRect(&window);
     if (static_cast<unsigned>(point.y) < kTopStripHeight && point.x < window.right - window.left) {
-        if (dragDetected(point)) {
+        if (DragTracker::detect(*this, point)) {
             m_isMovingWindow = true;
             // Returns once the user lets go of the button.
             SendMessage(WM_SYSCOMMAND, kMoveByCaption, 0);
@@ -706,15 +525,6 @@ void CMouseClickTestDlg::OnLButtonDown(UINT nFlags, CPoint point)
     }
 }
 
-CPoint CMouseClickTestDlg::toWindowPoint(CPoint point) const
-{
-    // The drag image works relative to the window rectangle, border included.
-    RECT window{};
-    GetWindowRect(&window);
-    ClientToScreen(&point);
-    return CPoint(point.x - window.left, point.y - window.top);
-}
-
 void CMouseClickTestDlg::OnLButtonUp(UINT /*nFlags*/, CPoint point)
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnLButtonUp()", kSourceFile, kLineOnLButtonUp);
@@ -723,142 +533,86 @@ void CMouseClickTestDlg::OnLButtonUp(UINT /*nFlags*/, CPoint point)
         return;
     }
     m_isMovingWindow = false;
-    if (m_testIndex == 1) {
-        ::ReleaseCapture();
-        passStep();
-        showMousePicture(IDC_CT_LEFT_SUCCESS);
-        drawNow(IDC_CT_LEFT_SUCCESS);
-        setTestIndex(2);
-        showTestStep();
-    } else if (m_testIndex == 7 && m_isDragging) {
+    if (m_steps.isStepButton(ClickTestSteps::Button::Left)) {
+        releaseStepButton(ClickTestSteps::Button::Left);
+    } else if (m_steps.index() == 7 && m_drag.dragging()) {
         if (!isInDropArea(point)) {
             abandonDrag();
             return;
         }
-        passStep();
         KillTimer(m_positionTimerId);
-        ::ReleaseCapture();
-        m_isDragging = false;
-        m_isDropped = true;
-        showPicture(IDC_CT_DROP_AREA, SW_HIDE);
-        showPicture(IDC_CT_DROP_SUCCESS, SW_SHOW);
-        endDragImage();
-        drawNow(IDC_CT_DROP_SUCCESS);
-        stepPause();
-        if (m_isMiddleButtonSkipped) {
-            CDialog::OnOK();
-        } else {
-            setTestIndex(8);
-            showTestStep();
-        }
+        m_drag.end();
+        completeStep();
     }
-}
-
-void CMouseClickTestDlg::endDragImage()
-{
-    CImageList::DragLeave(this);
-    CImageList::EndDrag();
 }
 
 void CMouseClickTestDlg::abandonDrag()
 {
-    m_isDragging = false;
-    ::ReleaseCapture();
-    showPicture(IDC_CT_DRAG_ITEM, SW_SHOW);
-    endDragImage();
-    drawNow(IDC_CT_DRAG_ITEM);
+    m_drag.end();
+    m_pictures.show(IDC_CT_DRAG_ITEM, SW_SHOW);
+    m_pictures.drawNow(IDC_CT_DRAG_ITEM);
+}
+
+void CMouseClickTestDlg::pressStepButton(ClickTestSteps::Button button)
+{
+    if (m_steps.isStepButton(button)) {
+        SetCapture();
+        m_pictures.showMouse(m_steps.pressedPicture());
+    }
+}
+
+void CMouseClickTestDlg::releaseStepButton(ClickTestSteps::Button button)
+{
+    if (m_steps.isStepButton(button)) {
+        ::ReleaseCapture();
+        completeStep();
+    }
 }
 
 void CMouseClickTestDlg::OnRButtonDown(UINT /*nFlags*/, CPoint /*point*/)
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnRButtonDown()", kSourceFile, kLineOnRButtonDown);
-    if (m_testIndex == 2) {
-        SetCapture();
-        showMousePicture(IDC_CT_RIGHT_PRESSED);
-    }
+    pressStepButton(ClickTestSteps::Button::Right);
     Default();
 }
 
 void CMouseClickTestDlg::OnRButtonUp(UINT /*nFlags*/, CPoint /*point*/)
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnRButtonUp()", kSourceFile, kLineOnRButtonUp);
-    if (m_testIndex != 2) {
-        return;
-    }
-    ::ReleaseCapture();
-    passStep();
-    showMousePicture(IDC_CT_RIGHT_SUCCESS);
-    drawNow(IDC_CT_RIGHT_SUCCESS);
-    setTestIndex(3);
-    m_isMiddleButtonRequired = kstrmouse::params::RequireScrollWheelButton->value().valueBool();
-    showTestStep();
+    releaseStepButton(ClickTestSteps::Button::Right);
 }
 
 void CMouseClickTestDlg::OnMButtonDown(UINT /*nFlags*/, CPoint /*point*/)
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnMButtonDown()", kSourceFile, kLineOnMButtonDown);
-    if (m_testIndex == 3) {
-        SetCapture();
-        showMousePicture(IDC_CT_MIDDLE_PRESSED);
-    }
+    pressStepButton(ClickTestSteps::Button::Middle);
     Default();
 }
 
 void CMouseClickTestDlg::OnMButtonUp(UINT /*nFlags*/, CPoint /*point*/)
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnMButtonUp()", kSourceFile, kLineOnMButtonUp);
-    if (m_testIndex == 3) {
-        ::ReleaseCapture();
-        completeMiddleStep();
-    }
+    releaseStepButton(ClickTestSteps::Button::Middle);
     Default();
 }
 
 void CMouseClickTestDlg::OnXButtonDown(UINT /*nFlags*/, UINT nButton, CPoint /*point*/)
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnXButtonDown()", kSourceFile, kLineOnXButtonDown);
-    // Side button 1 is the second extended button, side button 2 the first.
-    if (m_testIndex == 4 && nButton == XBUTTON2) {
-        SetCapture();
-        showMousePicture(m_isMiddleButtonSkipped ? IDC_CT_SIDE1_PRESSED_SKIPPED : IDC_CT_SIDE1_PRESSED);
-    } else if (m_testIndex == 5 && nButton == XBUTTON1) {
-        SetCapture();
-        showMousePicture(m_isMiddleButtonSkipped ? IDC_CT_SIDE2_PRESSED_SKIPPED : IDC_CT_SIDE2_PRESSED);
-    }
+    pressStepButton(nButton == XBUTTON1 ? ClickTestSteps::Button::X1 : ClickTestSteps::Button::X2);
 }
 
 void CMouseClickTestDlg::OnXButtonUp(UINT /*nFlags*/, UINT nButton, CPoint /*point*/)
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnXButtonUp()", kSourceFile, kLineOnXButtonUp);
-    if (m_testIndex == 4 && nButton == XBUTTON2) {
-        ::ReleaseCapture();
-        passStep();
-        showMousePicture(m_isMiddleButtonSkipped ? IDC_CT_SIDE1_SUCCESS_SKIPPED : IDC_CT_SIDE1_SUCCESS);
-        setTestIndex(5);
-        showTestStep();
-    } else if (m_testIndex == 5 && nButton == XBUTTON1) {
-        ::ReleaseCapture();
-        passStep();
-        const int success = m_isMiddleButtonSkipped ? IDC_CT_SIDE2_SUCCESS_SKIPPED : IDC_CT_SIDE2_SUCCESS;
-        showMousePicture(success);
-        drawNow(success);
-        stepPause();
-        setTestIndex(kFirstStepAfterSideButtons);
-        showTestStep();
-    }
+    releaseStepButton(nButton == XBUTTON1 ? ClickTestSteps::Button::X1 : ClickTestSteps::Button::X2);
 }
 
 void CMouseClickTestDlg::OnLButtonDblClk(UINT /*nFlags*/, CPoint point)
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnLButtonDblClk()", kSourceFile, kLineOnLButtonDblClk);
-    if (m_testIndex == kFirstStepAfterSideButtons && isInsideDoubleClickArea(point)) {
-        passStep();
-        showPicture(IDC_CT_DOUBLE_CLICK_TARGET, SW_HIDE);
-        showPicture(IDC_CT_DOUBLE_CLICK_SUCCESS, SW_SHOW);
-        drawNow(IDC_CT_DOUBLE_CLICK_SUCCESS);
-        stepPause();
-        setTestIndex(7);
-        showTestStep();
+    if (m_steps.index() == 6 && isInsideDoubleClickArea(point)) {
+        completeStep();
     }
     Default();
 }
@@ -869,12 +623,12 @@ void CMouseClickTestDlg::OnMouseMove(UINT nFlags, CPoint point)
     if (m_isMovingWindow) {
         return;
     }
-    if (m_isDragging) {
+    if (m_drag.dragging()) {
         if ((nFlags & MK_LBUTTON) == 0) {
             // The release happened where this window could not see it.
             abandonDrag();
         } else {
-            CImageList::DragMove(toWindowPoint(point));
+            m_drag.follow(point);
         }
     }
     Default();
@@ -884,44 +638,32 @@ BOOL CMouseClickTestDlg::OnMouseWheel(UINT /*nFlags*/, short zDelta, CPoint /*pt
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnMouseWheel()", kSourceFile, kLineOnMouseWheel);
     // Every message is one notch, whatever its distance.
-    if (zDelta > 0 && m_testIndex == 8) {
+    if (zDelta > 0 && m_steps.index() == 8) {
         m_wheelBar.SendMessage(PBM_SETBARCOLOR, 0, m_wheelBarColor);
         m_wheelBar.StepUp();
-        const int position = static_cast<int>(m_wheelBar.SendMessage(PBM_GETPOS));
-        if (position >= kWheelUpFullColourAt) {
+        const auto notch = ClickTestSteps::wheelUp(static_cast<int>(m_wheelBar.SendMessage(PBM_GETPOS)));
+        if (notch.fullColour) {
             m_wheelBar.SendMessage(PBM_SETBARCOLOR, 0, m_wheelBarFullColor);
         }
-        if (position >= kWheelUpDoneAt) {
-            completeWheelStep();
-            setTestIndex(9);
-            showTestStep();
+        if (notch.done) {
+            completeStep();
         }
-    } else if (zDelta <= 0 && m_testIndex == 9) {
+    } else if (zDelta <= 0 && m_steps.index() == 9) {
         const int position = static_cast<int>(m_wheelBar.SendMessage(PBM_GETPOS));
         KSX_LOG(s_log, kLogger, ksx::LoggerPriority::PRIORITY_TRACE, kLineDownPosition,
                 "Down position: " + position);
         m_wheelBar.SendMessage(PBM_SETBARCOLOR, 0, m_wheelBarColor);
         m_wheelBar.StepDown();
         // Judged on the position before the notch.
-        if (position <= kWheelDownFullColourAt) {
+        const auto notch = ClickTestSteps::wheelDown(position);
+        if (notch.fullColour) {
             m_wheelBar.SendMessage(PBM_SETBARCOLOR, 0, m_wheelBarFullColor);
         }
-        if (position <= kWheelDownDoneAt) {
-            m_wheelBar.SendMessage(PBM_SETBARCOLOR, 0, m_wheelBarFullColor);
-            completeWheelStep();
-            CDialog::OnOK();
+        if (notch.done) {
+            completeStep();
         }
     }
     return static_cast<BOOL>(Default());
-}
-
-void CMouseClickTestDlg::completeWheelStep()
-{
-    passStep();
-    m_wheelBar.ShowWindow(SW_HIDE);
-    showPicture(IDC_CT_WHEEL_SUCCESS, SW_SHOW);
-    drawNow(IDC_CT_WHEEL_SUCCESS);
-    stepPause();
 }
 
 void CMouseClickTestDlg::OnMouseHWheel(UINT /*nFlags*/, short /*zDelta*/, CPoint /*pt*/)
@@ -951,22 +693,18 @@ void CMouseClickTestDlg::OnBnClickedButtonFail()
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnBnClickedButtonFail()", kSourceFile,
               kLineOnBnClickedButtonFail);
-    if (m_testIndex >= 1 && m_testIndex <= kStepCount) {
-        const Step& step = kSteps[m_testIndex - 1];
-        DiagModule::error(*step.failEvent, kSourceFile, step.failNumber);
-    }
-    m_result = TestResult::FAIL();
+    const Step& step = kSteps[m_steps.fail() - 1];
+    DiagModule::error(*step.failEvent, kSourceFile, step.failNumber);
+    m_drag.end();
     CDialog::OnOK();
 }
 
 void CMouseClickTestDlg::OnBnClickedCancel()
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnBnClickedCancel()", kSourceFile, kLineOnBnClickedCancel);
-    if (m_isDragging) {
-        // A drag ended by the close picture leaves no drag image behind.
-        abandonDrag();
-    }
-    m_result = TestResult::USERABORTED();
+    // A drag under way ends with the test, leaving no drag image and no capture behind.
+    m_drag.end();
+    m_steps.cancel();
     CDialog::OnCancel();
 }
 
@@ -974,12 +712,24 @@ void CMouseClickTestDlg::OnBnClickedButtonSkip()
 {
     KSX_TRACE(trace, s_log, kLogger, "CMouseClickTestDlg::OnBnClickedButtonSkip()", kSourceFile,
               kLineOnBnClickedButtonSkip);
-    m_isMiddleButtonSkipped = true;
-    DiagModule::informative(events::SCROLL_WHEEL_TESTING_SKIPPED, kSourceFile, kLineSkipEvent);
-    m_result = TestResult::SKIPPED();
-    if (m_testIndex == 3) {
-        completeMiddleStep();
+    // Only where it is offered: a required middle button cannot be skipped by a command.
+    if (!m_steps.skip()) {
+        return;
     }
+    DiagModule::informative(events::SCROLL_WHEEL_TESTING_SKIPPED, kSourceFile, kLineSkipEvent);
+    completeStep();
+}
+
+void CMouseClickTestDlg::OnOK()
+{
+    // No OK button, and Enter (or IDOK from anywhere) must not end the test before its last step.
+}
+
+void CMouseClickTestDlg::OnDestroy()
+{
+    // However the test ends, no drag image is left locking the window.
+    m_drag.end();
+    CDialog::OnDestroy();
 }
 
 void CMouseClickTestDlg::OnPaint()

@@ -2,22 +2,20 @@
 // The guided click test: one mouse action at a time (left, right and middle click, the two side
 // buttons on a gaming mouse, a double click, a drag and drop, the wheel up and down), each a
 // numbered step with its instruction and a large mouse picture that follows every press. The
-// user can fail the step on screen, skip an optional middle button, or cancel.
+// user can fail the step on screen, skip an optional middle button, or cancel. Which step comes
+// when, and the verdict, are ClickTestSteps'; the dialog keeps the windows.
 #include <afxcmn.h>
 #include <afxwin.h>
 
 #include <memory>
-#include <vector>
 
+#include "ClickTestPictures.h"
+#include "ClickTestSteps.h"
+#include "DragTracker.h"
 #include "MouseStringRenderer.h"
 #include "MouseWheelBar.h"
 #include "harn5/LocalizedString.h"
 #include "harn5/TestResult.h"
-#include "ksxui/PngControl.h"
-
-namespace Gdiplus {
-class Image;
-}
 
 class CMouseClickTestDlg : public CDialog {
 public:
@@ -35,8 +33,11 @@ public:
 protected:
     void DoDataExchange(CDataExchange* pDX) override;
     BOOL OnInitDialog() override;
+    // Enter and IDOK end nothing: the test ends by its last step, Fail or Cancel.
+    void OnOK() override;
 
     afx_msg void OnPaint();
+    afx_msg void OnDestroy();
     afx_msg HCURSOR OnQueryDragIcon();
     afx_msg void OnLButtonDown(UINT nFlags, CPoint point);
     afx_msg void OnLButtonUp(UINT nFlags, CPoint point);
@@ -60,32 +61,18 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    // One picture file and the control that shows it in the current layout.
-    struct Picture {
-        std::unique_ptr<Gdiplus::Image> image;
-        PngControl control;
-        int controlId = 0;  // 0: not shown in this layout
-    };
-
     // The step number, instruction and hint lines that touch `area` (client coordinates).
     void drawTexts(HDC dc, const RECT& area);
-    void setTestIndex(int index);
+    // The step the machine is at: its number, and Cancel and Fail within reach again.
+    void setTestIndex();
     void showTestStep();
-    // The first half of every completed step: verdict PASS, Cancel and Fail out of reach.
-    void passStep();
-    void completeMiddleStep();
-    // The bar gives way to the success picture for the pause.
-    void completeWheelStep();
-    void endDragImage();
+    // A press or release of `button`: the step's own takes the capture and shows the pressed
+    // picture, or gives the capture back and completes the step.
+    void pressStepButton(ClickTestSteps::Button button);
+    void releaseStepButton(ClickTestSteps::Button button);
+    // The current step was done: success picture, pause, then the next step or the end.
+    void completeStep();
     void abandonDrag();
-    // Puts the control's picture in (when it has one), repaints it and shows or hides it.
-    void setPicture(int controlId, bool show);
-    void showPicture(int controlId, int nCmdShow);
-    void hidePictureIfVisible(int controlId);
-    // Shows one picture of the mouse area and hides the others; 0 hides them all.
-    void showMousePicture(int controlId);
-    // Repaints a control at once, before a pause.
-    void drawNow(int controlId);
     void setGamingMouseImages();
     void setDefaultMouseImages();
     void setDragImages();
@@ -95,34 +82,23 @@ private:
     void setUpDragStep();
     void setUpWheelUpStep();
     void setUpWheelDownStep();
-    void stepPause();
-    Picture* pictureFor(int controlId);
+    void stepPause(unsigned ms);
 
     bool isControlClicked(int controlId, CPoint point);
     bool isCloseClicked(CPoint point);
     bool isInsideDoubleClickArea(CPoint point);
     bool isDragSourceClicked(CPoint point);
     bool isInDropArea(CPoint point);
-    // Whether the user drags from `point` (client coordinates) before releasing the button.
-    bool dragDetected(CPoint point);
-    // A client point relative to the window rectangle, as the drag image wants it.
-    CPoint toWindowPoint(CPoint point) const;
 
-    int m_testIndex;
-    bool m_isGamingMouse;
-    bool m_isMiddleButtonRequired;
-    harn5::TestResult m_result;
+    ClickTestSteps m_steps;
     bool m_isMovingWindow;
-    bool m_isDragging;
-    bool m_isDropped;
-    bool m_isMiddleButtonSkipped;
     UINT_PTR m_positionTimerId;
     POINT m_lastCursorPos;
-    CImageList m_dragImageList;
+    DragTracker m_drag;
     MouseWheelBar m_wheelBar;
     COLORREF m_wheelBarColor;
     COLORREF m_wheelBarFullColor;
-    std::vector<std::unique_ptr<Picture>> m_pictures;
+    ClickTestPictures m_pictures;
     HICON m_icon;
     CBrush m_backgroundBrush;
     std::shared_ptr<CMouseStringRenderer> m_renderer;

@@ -375,6 +375,18 @@ harn5::Test* const tests::TouchpadQualityTest =
         ->addParameter(params::bJudgeReportRate)
         ->addParameter(params::uIdleSeconds);
 
+// 17. The touch tests' removed device, after everything above.
+harn5::Event* const events::TOUCH_DEVICE_REMOVED = event("TOUCH_DEVICE_REMOVED", "error", "CSynapticsDlg", 380);
+
+// 18. The labels of the outlines that stand in for missing pictures, after everything above.
+harn5::LocalizedString* const texts::PictureDoubleClickTarget = text("PictureDoubleClickTarget");
+harn5::LocalizedString* const texts::PictureDragItem = text("PictureDragItem");
+harn5::LocalizedString* const texts::PictureDropArea = text("PictureDropArea");
+harn5::LocalizedString* const texts::PictureTouchpad = text("PictureTouchpad");
+harn5::LocalizedString* const texts::PictureLeftButton = text("PictureLeftButton");
+harn5::LocalizedString* const texts::PictureMiddleButton = text("PictureMiddleButton");
+harn5::LocalizedString* const texts::PictureRightButton = text("PictureRightButton");
+
 }  // namespace kstrmouse
 
 // The application object comes after every registration: initialisers of one translation unit run

@@ -40,6 +40,8 @@ extern harn5::Event* const TOUCHPAD_REPORT_RATE_OUT_OF_RANGE;
 extern harn5::Event* const TOUCHPAD_GHOST_CONTACT;
 extern harn5::Event* const TOUCHPAD_RESOLUTION_BELOW_MINIMUM;
 extern harn5::Event* const TOUCHPAD_QUALITY_TEST_FAILED;
+// The device under a touch test went away (not a technician's Fail).
+extern harn5::Event* const TOUCH_DEVICE_REMOVED;
 }  // namespace events
 
 namespace texts {
@@ -173,6 +175,14 @@ extern harn5::LocalizedString* const TqCheckRate;
 extern harn5::LocalizedString* const TqCheckButtons;
 extern harn5::LocalizedString* const TqCheckButtonsSeparate;
 extern harn5::LocalizedString* const TqCheckResolution;
+// What stands in for a picture whose file is missing: the label of its outline.
+extern harn5::LocalizedString* const PictureDoubleClickTarget;
+extern harn5::LocalizedString* const PictureDragItem;
+extern harn5::LocalizedString* const PictureDropArea;
+extern harn5::LocalizedString* const PictureTouchpad;
+extern harn5::LocalizedString* const PictureLeftButton;
+extern harn5::LocalizedString* const PictureMiddleButton;
+extern harn5::LocalizedString* const PictureRightButton;
 }  // namespace texts
 
 namespace params {

@@ -30,8 +30,13 @@ constexpr int kLineResume = 359;
 constexpr int kLineReacquireFailed = 361;
 constexpr int kLineDeviceRemoved = 380;
 
+constexpr int kLineWaitingForDevice = 382;
+constexpr int kLineDeviceBack = 384;
+
 constexpr UINT_PTR kStatusTimer = 1;
 constexpr UINT kStatusPeriodMs = 200;
+constexpr UINT_PTR kReturnTimer = 2;
+constexpr UINT kReturnPeriodMs = 500;
 constexpr int kControlWidth = 300;
 constexpr int kControlHeight = 200;
 
@@ -76,7 +81,7 @@ CSynapticsDlg::CSynapticsDlg(long synHandle, bool bThreeButtonDisplay)
         KSX_LOG(s_log, kLogger, PRIORITY_WARNING, kLineUnknownDevice, "Synaptics dialog found an unknown device.");
         break;
     case SynDeviceTouchPad: {
-        auto control = std::make_unique<CSynapticsTouchPadCtrl>(synHandle);
+        auto control = std::make_unique<CSynapticsTouchPadCtrl>(synHandle, m_bThreeButtonDisplay);
         m_pSynCtrl = control.get();
         m_pSynCtrlWnd = std::move(control);
         m_hIcon = ::LoadIconW(AfxGetResourceHandle(), MAKEINTRESOURCEW(IDI_TOUCHPAD));
@@ -107,10 +112,20 @@ void CSynapticsDlg::DoDataExchange(CDataExchange* pDX)
 
 LRESULT CSynapticsDlg::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
 {
+    if (message == WM_POWERBROADCAST) {
+        const auto now = static_cast<std::int64_t>(::GetTickCount64());
+        if (wParam == PBT_APMSUSPEND) {
+            m_removal.onSuspend(now);
+        } else if (wParam == PBT_APMRESUMEAUTOMATIC || wParam == PBT_APMRESUMESUSPEND) {
+            m_removal.onResume(now);
+        }
+    }
     if (message == WM_POWERBROADCAST && wParam == PBT_APMRESUMESUSPEND && m_pSynCtrl != nullptr) {
         KSX_LOG(s_log, kLogger, PRIORITY_TRACE, kLineResume, "Returning from sleep, reaquiring the device.");
         if (!m_pSynCtrl->reaquireDevice()) {
             KSX_LOG(s_log, kLogger, PRIORITY_TRACE, kLineReacquireFailed, "Failed to reaquire the device.");
+        } else if (m_removal.waiting()) {
+            deviceCameBack();
         }
     }
     return KSXDialog::WindowProc(message, wParam, lParam);
@@ -193,6 +208,10 @@ void CSynapticsDlg::setTexts()
             body = textOf(TrackpointInstructions).append("  ").append(textOf(SynButtonInstructions));
         } else {
             showButtonRows(false);
+            // Row 3 is the left button's too: a stick without its buttons shows no row of them.
+            for (const int nID : {IDC_SYN_ROW3_LABEL, IDC_SYN_ROW3_VALUE}) {
+                GetDlgItem(nID)->ShowWindow(SW_HIDE);
+            }
             body = textOf(TrackpointInstructions);
         }
     }
@@ -215,6 +234,7 @@ int CSynapticsDlg::OnCreate(LPCREATESTRUCT lpCreateStruct)
 void CSynapticsDlg::OnDestroy()
 {
     m_statusTimer.Kill();
+    m_returnTimer.Kill();
     if (m_pSynCtrlWnd != nullptr) {
         m_pSynCtrlWnd->DestroyWindow();
     }
@@ -223,6 +243,10 @@ void CSynapticsDlg::OnDestroy()
 
 void CSynapticsDlg::OnTimer(UINT_PTR nIDEvent)
 {
+    if (nIDEvent == kReturnTimer) {
+        tryDeviceAgain();
+        return;
+    }
     if (nIDEvent != kStatusTimer || m_pSynCtrl == nullptr) {
         KSXDialog::OnTimer(nIDEvent);
         return;
@@ -267,6 +291,9 @@ void CSynapticsDlg::OnCancel()
 
 LRESULT CSynapticsDlg::OnSynPacket(WPARAM, LPARAM)
 {
+    if (m_removal.waiting()) {
+        return 0;   // Pass stays out of reach until the device is back
+    }
     const PassButtonPolicy policy = getPassButtonPolicy();
     if (policy == DisabledUntilFinished) {
         if (m_pSynCtrl != nullptr && m_pSynCtrl->isTestComplete()) {
@@ -280,12 +307,50 @@ LRESULT CSynapticsDlg::OnSynPacket(WPARAM, LPARAM)
 
 LRESULT CSynapticsDlg::OnSynDeviceRemoved(WPARAM, LPARAM)
 {
+    if (m_removal.removalStands(static_cast<std::int64_t>(::GetTickCount64()))) {
+        endWithRemovedDevice();
+        return 0;
+    }
+    if (m_returnTimer.GetId() == 0) {
+        KSX_LOG(s_log, kLogger, PRIORITY_WARNING, kLineWaitingForDevice,
+                "The device went away as the machine slept or woke: waiting for it to come back.");
+        // Nothing passes while the device is away.
+        CWnd* pass = GetDlgItem(IDC_SYN_PASS);
+        m_bPassWasEnabled = pass->IsWindowEnabled() != FALSE;
+        pass->EnableWindow(FALSE);
+        m_returnTimer.SetAsWindowTimer(m_hWnd, kReturnTimer, kReturnPeriodMs);
+    }
+    return 0;
+}
+
+void CSynapticsDlg::tryDeviceAgain()
+{
+    if (m_pSynCtrl != nullptr && m_pSynCtrl->reaquireDevice()) {
+        deviceCameBack();
+    } else if (m_removal.waitOver(static_cast<std::int64_t>(::GetTickCount64()))) {
+        m_returnTimer.Kill();
+        endWithRemovedDevice();
+    }
+}
+
+void CSynapticsDlg::deviceCameBack()
+{
+    KSX_LOG(s_log, kLogger, PRIORITY_WARNING, kLineDeviceBack, "The device is back: the test goes on.");
+    m_removal.cameBack();
+    m_returnTimer.Kill();
+    if (m_bPassWasEnabled) {
+        GetDlgItem(IDC_SYN_PASS)->EnableWindow(TRUE);
+    }
+}
+
+void CSynapticsDlg::endWithRemovedDevice()
+{
     const char* what = m_synCtrlType == SynDeviceTrackpoint ? "pointing stick" : "touchpad";
     KSX_LOG(s_log, kLogger, PRIORITY_WARNING, kLineDeviceRemoved,
             ksx::String("The ") + what + " under test was removed.");
     ksx::cerr << "The " << what << " under test was removed or stopped answering: the test ends with FAIL."
               << ksx::endl;
+    DiagModule::error(kstrmouse::events::TOUCH_DEVICE_REMOVED, "CSynapticsDlg", kLineDeviceRemoved);
     m_result = TestResult::FAIL();
     EndDialog(IDABORT);
-    return 0;
 }

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "ISynapticsControl.h"
+#include "RemovalWatch.h"
 #include "harn5/TestResult.h"
 #include "ksx/String.h"
 #include "ksxui/CAutoTimer.h"
@@ -38,7 +39,8 @@ protected:
     afx_msg void OnBnClickedFail();
     // WM_SYN_PACKET from the device control: may release Pass.
     afx_msg LRESULT OnSynPacket(WPARAM wParam, LPARAM lParam);
-    // WM_SYN_DEVICE_REMOVED from the device control: the run ends with FAIL.
+    // WM_SYN_DEVICE_REMOVED from the device control: the run ends with FAIL, unless the machine
+    // has just slept and the device may come back.
     afx_msg LRESULT OnSynDeviceRemoved(WPARAM wParam, LPARAM lParam);
 
     DECLARE_MESSAGE_MAP()
@@ -48,6 +50,10 @@ private:
     void setTexts();
     void setItemText(int nID, const ksx::String& text);
     void showButtonRows(bool bShow);
+    // Tries the device again while a removal waits; ends the run when its time is over.
+    void tryDeviceAgain();
+    void deviceCameBack();
+    void endWithRemovedDevice();
 
     SynDeviceType m_synCtrlType;
     std::unique_ptr<CWnd> m_pSynCtrlWnd;
@@ -56,4 +62,7 @@ private:
     HICON m_hIcon;
     bool m_bThreeButtonDisplay;
     CAutoTimer m_statusTimer;
+    RemovalWatch m_removal;
+    CAutoTimer m_returnTimer;        // runs while a removal waits
+    bool m_bPassWasEnabled = false;  // before the wait took it
 };

@@ -3,17 +3,18 @@
 #include <objidl.h>
 #include <gdiplus.h>
 
+#include "PictureFolder.h"
 #include "Registration.h"
+#include "harn5/ProcessEnvironment.h"
 
 namespace {
 
 // Source line of the device start failure; hosts match on it.
 constexpr int kLineDriverCommunicationError = 70;
 
-std::unique_ptr<Gdiplus::Image> loadImage(const wchar_t* file)
+std::wstring textOf(const harn5::LocalizedString* key)
 {
-    // A file that cannot be read leaves an image that simply draws nothing.
-    return std::make_unique<Gdiplus::Image>(file);
+    return reinterpret_cast<const wchar_t*>(key->localizedString().getUCS2Buffer());
 }
 
 }  // namespace
@@ -25,14 +26,21 @@ BEGIN_MESSAGE_MAP(CSynapticsTouchPadCtrl, CWnd)
     ON_WM_PAINT()
 END_MESSAGE_MAP()
 
-CSynapticsTouchPadCtrl::CSynapticsTouchPadCtrl(long synHandle)
+CSynapticsTouchPadCtrl::CSynapticsTouchPadCtrl(long synHandle, bool bButtonsShown)
+    : CSynapticsTouchPadCtrl(synHandle, bButtonsShown,
+                             PictureFolder("Resources\\kstrmouse\\", harn5::ProcessEnvironment::executableFolder()))
+{
+}
+
+CSynapticsTouchPadCtrl::CSynapticsTouchPadCtrl(long synHandle, bool bButtonsShown, PictureFolder&& pictures)
     : SynapticsDevice(synHandle),
-      m_reticle(loadImage(L"Resources\\kstrmouse\\touchpad_reticle.png")),
-      m_pad(loadImage(L"Resources\\kstrmouse\\touchpad_pad.png")),
-      m_left(loadImage(L"Resources\\kstrmouse\\touchpad_button_left.png")),
-      m_leftPressed(loadImage(L"Resources\\kstrmouse\\touchpad_button_left_click.png")),
-      m_right(loadImage(L"Resources\\kstrmouse\\touchpad_button_right.png")),
-      m_rightPressed(loadImage(L"Resources\\kstrmouse\\touchpad_button_right_click.png")),
+      m_model(bButtonsShown),
+      m_reticle(pictures.find("touchpad_reticle.png")),
+      m_pad(pictures.find("touchpad_pad.png")),
+      m_left(pictures.find("touchpad_button_left.png")),
+      m_leftPressed(pictures.find("touchpad_button_left_click.png")),
+      m_right(pictures.find("touchpad_button_right.png")),
+      m_rightPressed(pictures.find("touchpad_button_right_click.png")),
       m_synHandle(synHandle)
 {
 }
@@ -117,11 +125,19 @@ void CSynapticsTouchPadCtrl::OnPaint()
         }
         const COLORREF face = ::GetSysColor(COLOR_3DFACE);
         Gdiplus::Graphics(base.bitmap()).Clear(Gdiplus::Color(255, GetRValue(face), GetGValue(face), GetBValue(face)));
-        m_scaled.draw(base.dc(), m_pad.get(), 0, 0, TouchPadModel::kPadWidth, TouchPadModel::kPadHeight);
-        m_scaled.draw(base.dc(), left ? m_leftPressed.get() : m_left.get(), 0, TouchPadModel::kButtonsTop,
-                      TouchPadModel::kButtonWidth, TouchPadModel::kButtonHeight);
-        m_scaled.draw(base.dc(), right ? m_rightPressed.get() : m_right.get(), TouchPadModel::kRightButtonLeft,
-                      TouchPadModel::kButtonsTop, TouchPadModel::kButtonWidth, TouchPadModel::kButtonHeight);
+        using kstrmouse::texts::PictureLeftButton;
+        using kstrmouse::texts::PictureRightButton;
+        m_scaled.draw(base.dc(), m_pad, {0, 0, TouchPadModel::kPadWidth, TouchPadModel::kPadHeight},
+                      textOf(kstrmouse::texts::PictureTouchpad));
+        if (m_model.buttonsShown()) {
+            m_scaled.draw(base.dc(), left ? m_leftPressed : m_left,
+                          {0, TouchPadModel::kButtonsTop, TouchPadModel::kButtonWidth, TouchPadModel::kButtonHeight},
+                          textOf(PictureLeftButton), left);
+            m_scaled.draw(base.dc(), right ? m_rightPressed : m_right,
+                          {TouchPadModel::kRightButtonLeft, TouchPadModel::kButtonsTop, TouchPadModel::kButtonWidth,
+                           TouchPadModel::kButtonHeight},
+                          textOf(PictureRightButton), right);
+        }
     }
     const HDC picture = m_surface.dc();
     base.copyTo(picture, 0, 0);
@@ -129,8 +145,7 @@ void CSynapticsTouchPadCtrl::OnPaint()
         // The marker stays on the pad, however near its edge the finger is.
         const int saved = ::SaveDC(picture);
         ::IntersectClipRect(picture, 0, 0, TouchPadModel::kPadWidth, TouchPadModel::kPadHeight);
-        const PixelRect marker = TouchPadModel::marker(now);
-        m_scaled.draw(picture, m_reticle.get(), marker.left, marker.top, marker.width, marker.height);
+        m_scaled.draw(picture, m_reticle, TouchPadModel::marker(now));
         ::RestoreDC(picture, saved);
     }
     m_surface.copyTo(dc.m_hDC, client.left, client.top);

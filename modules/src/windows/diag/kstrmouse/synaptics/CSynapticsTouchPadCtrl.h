@@ -3,18 +3,20 @@
 // packet. It receives the device's packets itself and tells its parent of each one.
 #include <afxwin.h>
 
-#include <memory>
-
 #include "ISynapticsControl.h"
+#include "LoadedPicture.h"
 #include "PaintSurface.h"
 #include "ScaledImages.h"
 #include "SynapticsDevice.h"
 #include "TouchPadModel.h"
 
+class PictureFolder;
+
 class CSynapticsTouchPadCtrl : public CWnd, public SynapticsDevice, public ISynapticsControl {
 public:
-    // Loads the pictures; the device starts when the window is created.
-    explicit CSynapticsTouchPadCtrl(long synHandle);
+    // Loads the pictures; the device starts when the window is created. Buttons not shown are
+    // neither drawn nor demanded.
+    CSynapticsTouchPadCtrl(long synHandle, bool bButtonsShown);
     ~CSynapticsTouchPadCtrl() override;
 
     // Called by the device wrapper for every packet, on the window's thread.
@@ -47,14 +49,15 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
+    CSynapticsTouchPadCtrl(long synHandle, bool bButtonsShown, PictureFolder&& pictures);
 
     TouchPadModel m_model;
-    std::unique_ptr<Gdiplus::Image> m_reticle;
-    std::unique_ptr<Gdiplus::Image> m_pad;
-    std::unique_ptr<Gdiplus::Image> m_left;
-    std::unique_ptr<Gdiplus::Image> m_leftPressed;
-    std::unique_ptr<Gdiplus::Image> m_right;
-    std::unique_ptr<Gdiplus::Image> m_rightPressed;
+    LoadedPicture m_reticle;
+    LoadedPicture m_pad;
+    LoadedPicture m_left;
+    LoadedPicture m_leftPressed;
+    LoadedPicture m_right;
+    LoadedPicture m_rightPressed;
     ScaledImages m_scaled;
     PaintSurface m_bases[2][2];  // pad and buttons, by left and right button held
     PaintSurface m_surface;      // the picture being composed

@@ -3,18 +3,16 @@
 #include <objidl.h>
 #include <gdiplus.h>
 
+#include "PictureFolder.h"
+#include "Registration.h"
+#include "harn5/ProcessEnvironment.h"
+
 namespace {
 
 constexpr UINT_PTR kRepaintTimer = 1;
 constexpr UINT kRepaintPeriodMs = 50;
 // The drawing area's background: the dialog face.
 constexpr COLORREF kAreaColour = RGB(0xF0, 0xF0, 0xF0);
-
-std::unique_ptr<Gdiplus::Image> loadImage(const wchar_t* file)
-{
-    // A file that cannot be read leaves an image that simply draws nothing.
-    return std::make_unique<Gdiplus::Image>(file);
-}
 
 }  // namespace
 
@@ -27,14 +25,20 @@ BEGIN_MESSAGE_MAP(CSynapticsTrackpointCtrl, CWnd)
 END_MESSAGE_MAP()
 
 CSynapticsTrackpointCtrl::CSynapticsTrackpointCtrl(long synHandle, bool bThreeButtonDisplay)
+    : CSynapticsTrackpointCtrl(synHandle, bThreeButtonDisplay,
+                               PictureFolder("Resources\\kstrmouse\\", harn5::ProcessEnvironment::executableFolder()))
+{
+}
+
+CSynapticsTrackpointCtrl::CSynapticsTrackpointCtrl(long synHandle, bool bThreeButtonDisplay, PictureFolder&& pictures)
     : SynapticsDevice(synHandle),
-      m_stick(loadImage(L"Resources\\kstrmouse\\trackpoint_button_main.png")),
-      m_left(loadImage(L"Resources\\kstrmouse\\trackpoint_button_left.png")),
-      m_center(loadImage(L"Resources\\kstrmouse\\trackpoint_button_center.png")),
-      m_right(loadImage(L"Resources\\kstrmouse\\trackpoint_button_right.png")),
-      m_leftPressed(loadImage(L"Resources\\kstrmouse\\trackpoint_button_left_click.png")),
-      m_centerPressed(loadImage(L"Resources\\kstrmouse\\trackpoint_button_center_click.png")),
-      m_rightPressed(loadImage(L"Resources\\kstrmouse\\trackpoint_button_right_click.png")),
+      m_stick(pictures.find("trackpoint_button_main.png")),
+      m_left(pictures.find("trackpoint_button_left.png")),
+      m_center(pictures.find("trackpoint_button_center.png")),
+      m_right(pictures.find("trackpoint_button_right.png")),
+      m_leftPressed(pictures.find("trackpoint_button_left_click.png")),
+      m_centerPressed(pictures.find("trackpoint_button_center_click.png")),
+      m_rightPressed(pictures.find("trackpoint_button_right_click.png")),
       m_model(bThreeButtonDisplay),
       m_synHandle(synHandle)
 {
@@ -115,23 +119,26 @@ void CSynapticsTrackpointCtrl::OnPaint()
     {
         const int saved = ::SaveDC(picture);
         ::IntersectClipRect(picture, 0, 0, area.width, area.height);
-        const PixelRect marker = TrackpointModel::marker(now, width, height);
-        m_scaled.draw(picture, m_stick.get(), marker.left, marker.top, marker.width, marker.height);
+        m_scaled.draw(picture, m_stick, TrackpointModel::marker(now, width, height));
         ::RestoreDC(picture, saved);
     }
     if (m_model.threeButtonDisplay()) {
-        drawButton(now.leftPressed ? m_leftPressed.get() : m_left.get(), TrackpointModel::leftButton(width, height));
-        drawButton(now.middlePressed ? m_centerPressed.get() : m_center.get(),
-                   TrackpointModel::centerButton(width, height));
-        drawButton(now.rightPressed ? m_rightPressed.get() : m_right.get(),
-                   TrackpointModel::rightButton(width, height));
+        using namespace kstrmouse::texts;
+        drawButton(now.leftPressed ? m_leftPressed : m_left, TrackpointModel::leftButton(width, height),
+                   PictureLeftButton, now.leftPressed);
+        drawButton(now.middlePressed ? m_centerPressed : m_center, TrackpointModel::centerButton(width, height),
+                   PictureMiddleButton, now.middlePressed);
+        drawButton(now.rightPressed ? m_rightPressed : m_right, TrackpointModel::rightButton(width, height),
+                   PictureRightButton, now.rightPressed);
     }
     m_surface.copyTo(dc.m_hDC, client.left, client.top);
 }
 
-void CSynapticsTrackpointCtrl::drawButton(Gdiplus::Image* image, const PixelRect& place)
+void CSynapticsTrackpointCtrl::drawButton(const LoadedPicture& picture, const PixelRect& place,
+                                          const harn5::LocalizedString* label, bool held)
 {
-    m_scaled.draw(m_surface.dc(), image, place.left, place.top, place.width, place.height);
+    m_scaled.draw(m_surface.dc(), picture, place,
+                  reinterpret_cast<const wchar_t*>(label->localizedString().getUCS2Buffer()), held);
 }
 
 bool CSynapticsTrackpointCtrl::isFingerPresent()

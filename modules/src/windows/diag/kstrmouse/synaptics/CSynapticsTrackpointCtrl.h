@@ -3,14 +3,18 @@
 // Packets only update what was seen; a 50 ms timer repaints.
 #include <afxwin.h>
 
-#include <memory>
+#include <string>
 
 #include "ISynapticsControl.h"
+#include "LoadedPicture.h"
 #include "PaintSurface.h"
 #include "ScaledImages.h"
 #include "SynapticsDevice.h"
 #include "TrackpointModel.h"
+#include "harn5/LocalizedString.h"
 #include "ksxui/CAutoTimer.h"
+
+class PictureFolder;
 
 class CSynapticsTrackpointCtrl : public CWnd, public ISynapticsControl, public SynapticsDevice {
 public:
@@ -51,16 +55,19 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    // Blends a button picture onto the picture being composed.
-    void drawButton(Gdiplus::Image* image, const PixelRect& place);
+    CSynapticsTrackpointCtrl(long synHandle, bool bThreeButtonDisplay, PictureFolder&& pictures);
+    // Blends a button picture onto the picture being composed; its outline, filled while held,
+    // when its file is missing.
+    void drawButton(const LoadedPicture& picture, const PixelRect& place, const harn5::LocalizedString* label,
+                    bool held);
 
-    std::unique_ptr<Gdiplus::Image> m_stick;
-    std::unique_ptr<Gdiplus::Image> m_left;
-    std::unique_ptr<Gdiplus::Image> m_center;
-    std::unique_ptr<Gdiplus::Image> m_right;
-    std::unique_ptr<Gdiplus::Image> m_leftPressed;
-    std::unique_ptr<Gdiplus::Image> m_centerPressed;
-    std::unique_ptr<Gdiplus::Image> m_rightPressed;
+    LoadedPicture m_stick;
+    LoadedPicture m_left;
+    LoadedPicture m_center;
+    LoadedPicture m_right;
+    LoadedPicture m_leftPressed;
+    LoadedPicture m_centerPressed;
+    LoadedPicture m_rightPressed;
     ScaledImages m_scaled;
     PaintSurface m_surface;  // the picture being composed
     CBrush m_areaBrush;

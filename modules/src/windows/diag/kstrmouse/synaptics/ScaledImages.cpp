@@ -1,5 +1,7 @@
 #include "ScaledImages.h"
 
+#include "ksxui/PictureOutline.h"
+
 namespace {
 
 // Marker sizes follow the finger width; beyond this many pictures the cache starts afresh.
@@ -11,22 +13,28 @@ ScaledImages::ScaledImages() = default;
 
 ScaledImages::~ScaledImages() = default;
 
-void ScaledImages::draw(HDC dc, Gdiplus::Image* image, int x, int y, int width, int height)
+void ScaledImages::draw(HDC dc, const LoadedPicture& picture, const PixelRect& place, const std::wstring& label,
+                        bool held)
 {
-    const PaintSurface* picture = scaled(image, width, height);
-    if (picture == nullptr) {
+    if (place.width <= 0 || place.height <= 0) {
         return;
     }
-    const BLENDFUNCTION blend{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
-    ::AlphaBlend(dc, x, y, width, height, picture->dc(), 0, 0, width, height, blend);
+    Gdiplus::Image* image = picture.image();
+    if (image == nullptr) {
+        const RECT outline{place.left, place.top, place.left + place.width, place.top + place.height};
+        PictureOutline::draw(dc, outline, label, held);
+        return;
+    }
+    if (const PaintSurface* scaledPicture = scaled(*image, place.width, place.height)) {
+        const BLENDFUNCTION blend{AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
+        ::AlphaBlend(dc, place.left, place.top, place.width, place.height, scaledPicture->dc(), 0, 0, place.width,
+                     place.height, blend);
+    }
 }
 
-const PaintSurface* ScaledImages::scaled(Gdiplus::Image* image, int width, int height)
+const PaintSurface* ScaledImages::scaled(Gdiplus::Image& image, int width, int height)
 {
-    if (image == nullptr || image->GetLastStatus() != Gdiplus::Ok || width <= 0 || height <= 0) {
-        return nullptr;
-    }
-    const auto key = std::make_tuple(image, width, height);
+    const auto key = std::make_tuple(&image, width, height);
     const auto found = m_scaled.find(key);
     if (found != m_scaled.end()) {
         return found->second.get();
@@ -43,7 +51,7 @@ const PaintSurface* ScaledImages::scaled(Gdiplus::Image* image, int width, int h
         graphics.Clear(Gdiplus::Color(0, 0, 0, 0));
         graphics.SetInterpolationMode(Gdiplus::InterpolationModeHighQualityBicubic);
         graphics.SetPixelOffsetMode(Gdiplus::PixelOffsetModeHalf);
-        graphics.DrawImage(image, 0, 0, width, height);
+        graphics.DrawImage(&image, 0, 0, width, height);
     }
     return m_scaled.emplace(key, std::move(picture)).first->second.get();
 }

@@ -6,6 +6,8 @@
 
 #include "MarkerGeometry.h"
 
+TouchPadModel::TouchPadModel(bool buttonsShown) : m_buttonsShown(buttonsShown) {}
+
 void TouchPadModel::onPacket(const SynapticsDeviceState& state)
 {
     if (state.fingerPresent) {
@@ -21,7 +23,7 @@ void TouchPadModel::onPacket(const SynapticsDeviceState& state)
 
 bool TouchPadModel::isTestComplete() const
 {
-    return m_bLeftSeen && m_bRightSeen && m_bFingerSeen;
+    return m_bFingerSeen && (!m_buttonsShown || (m_bLeftSeen && m_bRightSeen));
 }
 
 bool TouchPadModel::leftPressed(const SynapticsDeviceState& state)

@@ -13,10 +13,15 @@ public:
     static constexpr int kButtonsTop = 152;      // below the pad, relative to the client top
     static constexpr int kRightButtonLeft = 151;
 
+    // Buttons not shown are not demanded (nor drawn).
+    explicit TouchPadModel(bool buttonsShown);
+
     // Notes what one packet showed; the flags only ever go from false to true.
     void onPacket(const SynapticsDeviceState& state);
-    // A finger, a left (or middle) press and a right (or middle) press, in any packets.
+    // A finger, and with the buttons shown a left (or middle) press and a right (or middle)
+    // press, in any packets.
     bool isTestComplete() const;
+    bool buttonsShown() const { return m_buttonsShown; }
     bool leftSeen() const { return m_bLeftSeen; }
     bool rightSeen() const { return m_bRightSeen; }
     bool fingerSeen() const { return m_bFingerSeen; }
@@ -38,6 +43,7 @@ public:
     static PixelRect marker(const SynapticsDeviceState& state);
 
 private:
+    bool m_buttonsShown;
     bool m_bFingerWasPresent = true;   // true, so that the very first paint needs motion
     bool m_bLeftSeen = false;
     bool m_bRightSeen = false;

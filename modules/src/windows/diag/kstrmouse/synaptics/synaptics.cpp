@@ -26,13 +26,6 @@ constexpr int kLineDialogFailed = 97;
 constexpr int kLineException = 102;
 constexpr int kLineStackTrace = 103;
 
-// The verdict of the last dialog that ran to its end, kept for the life of the process.
-TestResult& resultHolder()
-{
-    static TestResult result = TestResult::INTERNALERROR();   // thread-safe first use
-    return result;
-}
-
 // Buttons are shown and tested unless the device's PnP id is on the exclusion list.
 bool threeButtonDisplay(const harn5::DiagDevice& device)
 {
@@ -59,7 +52,6 @@ bool threeButtonDisplay(const harn5::DiagDevice& device)
 
 TestResult runSynapticsTest(const harn5::DiagDevice& device)
 {
-    TestResult& result = resultHolder();
     if (device.property("SynapticsBlacklistVersion") != nullptr) {
         KSX_LOG(s_log, kLogger, ksx::LoggerPriority::PRIORITY_INFO, kLineBlacklisted,
                 "Cannot run touchpad test: blacklisted synaptics driver detected.");
@@ -73,6 +65,9 @@ TestResult runSynapticsTest(const harn5::DiagDevice& device)
     }
 
     const GdiResourceManager gdiplus;
+    // Each run has its own verdict: a dialog that never ran to its end cannot give an earlier
+    // run's PASS.
+    TestResult result = TestResult::INTERNALERROR();
     try {
         const COMInitializer com;
         CSynapticsDlg dialog(synHandle, bThreeButtonDisplay);
