@@ -114,6 +114,24 @@ def case_a_live_virtual_pad_that_does_everything_passes(s, tmp):
     check(100 <= f["ReportRateOneContact"] <= 250, f"played at 125 Hz: {f}")
 
 
+def case_a_hid_recording_replayed_passes(s, tmp):
+    """A HID recording of the Dell pad, as the Linux HID tools write one (the whole descriptor, a
+    report a line), replayed four times as fast."""
+    from vpad import VirtualPad
+    recording = tmp / "pad.hid"
+    pad = VirtualPad(s, "dell-xps9360-touchpad")
+    recording.write_text("\n".join(pad.recording(lambda p: everything_live(p, 7), interval_us=8000)) + "\n")
+    q = TouchQualityRun(s, tmp, "--device", f"touchpad:{recording},speed=4", "--param", "uIdleSeconds=2")
+    q.hands_off()
+    q.wait_for(lambda: q.enabled(PASS_BUTTON), "Pass after the quiet hands-off period")
+    q.press(PASS_BUTTON)
+    run, output = q.result()
+    check(run["verdict"] == "PASS" and not run["events"], f"{run}\n{output}")
+    f = figures(run)
+    check(f["CellsCovered"] == f["CellsTotal"] == 91 and f["MaxContacts"] == 5 and f["PadWidth"] == 101.3, f)
+    check(abs(f["ReportRateOneContact"] - 125) < 1 and f["MalformedFrames"] == 0, f)
+
+
 def case_a_live_pad_removed_mid_test_ends_with_fail(s, tmp):
     with installed(s, "elan_04f3_300b") as (pad,):
         q = TouchQualityRun(s, tmp)

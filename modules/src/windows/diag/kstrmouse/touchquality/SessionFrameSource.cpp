@@ -21,10 +21,12 @@ bool registerClass(WNDPROC windowProc)
 
 }  // namespace
 
-FrameSource::Factory SessionFrameSource::of(std::vector<rawkit::TouchFrame> frames, double speed, bool loop)
+FrameSource::Factory SessionFrameSource::of(std::vector<rawkit::TouchFrame> frames, double speed, bool loop,
+                                            unsigned long malformed)
 {
-    return [frames = std::move(frames), speed, loop](Sink sink) -> std::unique_ptr<FrameSource> {
-        auto source = std::make_unique<SessionFrameSource>(touchq::FrameReplay(frames, speed, loop), std::move(sink));
+    return [frames = std::move(frames), speed, loop, malformed](Sink sink) -> std::unique_ptr<FrameSource> {
+        auto source = std::make_unique<SessionFrameSource>(touchq::FrameReplay(frames, speed, loop), std::move(sink),
+                                                           malformed);
         if (!source->started()) {
             return nullptr;
         }
@@ -37,8 +39,8 @@ void SessionFrameSource::WindowDeleter::operator()(HWND window) const
     DestroyWindow(window);
 }
 
-SessionFrameSource::SessionFrameSource(touchq::FrameReplay replay, Sink sink)
-    : m_replay(std::move(replay)), m_sink(std::move(sink)), m_startUs(m_clock.nowUs())
+SessionFrameSource::SessionFrameSource(touchq::FrameReplay replay, Sink sink, unsigned long malformed)
+    : m_replay(std::move(replay)), m_sink(std::move(sink)), m_malformed(malformed), m_startUs(m_clock.nowUs())
 {
     if (!registerClass(&SessionFrameSource::windowProc)) {
         return;

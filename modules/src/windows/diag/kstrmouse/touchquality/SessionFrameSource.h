@@ -1,5 +1,5 @@
 #pragma once
-// The frames of a recorded session (format version 2) replayed on the dialog's thread, through a
+// The frames of a recorded session (format version 2) or HID recording replayed on the dialog's thread, through a
 // hidden message-only window: a timer waits for a frame not yet due; frames already due are
 // delivered together, a bounded number at a time, so that timers and paints get their turn.
 #include <windows.h>
@@ -15,17 +15,18 @@
 
 class SessionFrameSource : public FrameSource {
 public:
-    // speed: recorded time per wall time, 0 unpaced; loop: start again after the last frame.
-    static Factory of(std::vector<rawkit::TouchFrame> frames, double speed, bool loop);
+    // speed: recorded time per wall time, 0 unpaced; loop: start again after the last frame;
+    // malformed: the frames the file's reports could not make (a HID recording's).
+    static Factory of(std::vector<rawkit::TouchFrame> frames, double speed, bool loop, unsigned long malformed);
 
-    SessionFrameSource(touchq::FrameReplay replay, Sink sink);
+    SessionFrameSource(touchq::FrameReplay replay, Sink sink, unsigned long malformed);
     ~SessionFrameSource() override;
     SessionFrameSource(const SessionFrameSource&) = delete;
     SessionFrameSource& operator=(const SessionFrameSource&) = delete;
     bool started() const { return m_window != nullptr; }
 
     std::int64_t nowUs() const override;
-    unsigned long malformedFrames() const override { return 0; }   // a session holds complete frames only
+    unsigned long malformedFrames() const override { return m_malformed; }
 
 private:
     struct WindowDeleter {
@@ -38,6 +39,7 @@ private:
 
     touchq::FrameReplay m_replay;
     Sink m_sink;
+    unsigned long m_malformed;
     MicrosecondClock m_clock;
     std::int64_t m_startUs;
     std::unique_ptr<std::remove_pointer_t<HWND>, WindowDeleter> m_window;

@@ -6,7 +6,7 @@
 #include "SessionFrameSource.h"
 #include "harn5/Text.h"
 #include "padkit/SessionError.h"
-#include "padkit/SessionParser.h"
+#include "padkit/ReplayFile.h"
 #include "rawkit/HidTouchDecoder.h"
 #include "rawkit/RawInputDevices.h"
 
@@ -30,13 +30,23 @@ std::optional<TouchpadFrames> live(const padkit::DeviceRegistry::Entry& entry, s
 
 std::optional<TouchpadFrames> recorded(const padkit::DeviceRegistry::Entry& entry, std::string& error)
 {
-    padkit::Session session;
+    // A session file or a HID recording, read to its end: the analysis wants every frame.
+    std::vector<rawkit::TouchFrame> frames;
+    std::unique_ptr<padkit::PacketSource> source;
     try {
-        session = padkit::SessionParser::load(entry.session);
+        source = padkit::ReplayFile::open(entry.session, SynDeviceTouchPad, entry.recordedDevice);
+        padkit::Packet packet;
+        while (source->next(packet)) {
+            if (source->frame() == nullptr) {
+                break;
+            }
+            frames.push_back(*source->frame());
+        }
     } catch (const padkit::SessionError& failure) {
         error = failure.what();
         return std::nullopt;
     }
+    const padkit::Session& session = source->header();
     if (session.version < 2) {
         error = harn5::Text::fromPath(entry.session) +
                 ": a version 1 session keeps the finger shown, not every contact; record the touchpad again "
@@ -51,7 +61,8 @@ std::optional<TouchpadFrames> recorded(const padkit::DeviceRegistry::Entry& entr
     layout.heightMm = session.heightMm;
     // Recorded time per wall time: the replay clock gives the wall time a stretch of recording takes.
     const double speed = entry.clock.isUnpaced() ? 0.0 : 1000.0 / entry.clock.wallMs(1000);
-    return TouchpadFrames{layout, SessionFrameSource::of(std::move(session.frames), speed, entry.loop)};
+    return TouchpadFrames{layout,
+                          SessionFrameSource::of(std::move(frames), speed, entry.loop, source->malformedFrames())};
 }
 
 }  // namespace
