@@ -102,7 +102,7 @@ def everything_live(pad, rows):
         for n in range(40):
             pad.frame([pad.at(0.1 + 0.1 * f, 0.3 + n / 400, id=f) for f in range(count)])
         pad.frame([])
-    for n in range(260):
+    for n in range(340):   # over 2 s of rest at up to 170 Hz
         pad.frame([pad.at(0.5, 0.5)])
     pad.frame([])
     pad.click(0.25, 0.85)

@@ -95,11 +95,11 @@ def case_a_contact_while_hands_off_is_a_ghost(s, tmp):
 
 def case_a_live_virtual_pad_that_does_everything_passes(s, tmp):
     """The virtual touchpad of the tests (tests/vhid) with the Dell pad's collection, its reports
-    played at 125 Hz by the tool."""
+    played at about 154 Hz by the tool (at 125 Hz a loaded machine's late reports read below it)."""
     recording = tmp / "pad.hid"
     with installed(s, "dell-xps9360-touchpad") as (pad,):
         q = TouchQualityRun(s, tmp, "--param", "uIdleSeconds=2")
-        recording.write_text("\n".join(pad.recording(lambda p: everything_live(p, 7), interval_us=8000)) + "\n")
+        recording.write_text("\n".join(pad.recording(lambda p: everything_live(p, 7), interval_us=6500)) + "\n")
         played = run_tool(s, "play", pad.id, recording, timeout=120)
         check(played.returncode == 0, f"{played.stdout}{played.stderr}")
         q.hands_off()
@@ -111,7 +111,7 @@ def case_a_live_virtual_pad_that_does_everything_passes(s, tmp):
     check("VID_1209&PID_0001" in run["device"]["properties"]["InterfacePath"].upper(), run["device"])
     f = figures(run)
     check(f["CellsCovered"] == f["CellsTotal"] == 91 and f["MaxContacts"] == 5 and f["MalformedFrames"] == 0, f)
-    check(100 <= f["ReportRateOneContact"] <= 250, f"played at 125 Hz: {f}")
+    check(125 <= f["ReportRateOneContact"] <= 250, f"played at 154 Hz: {f}")
 
 
 def case_a_hid_recording_replayed_passes(s, tmp):
@@ -120,7 +120,7 @@ def case_a_hid_recording_replayed_passes(s, tmp):
     from vpad import VirtualPad
     recording = tmp / "pad.hid"
     pad = VirtualPad(s, "dell-xps9360-touchpad")
-    recording.write_text("\n".join(pad.recording(lambda p: everything_live(p, 7), interval_us=8000)) + "\n")
+    recording.write_text("\n".join(pad.recording(lambda p: everything_live(p, 7), interval_us=6500)) + "\n")
     q = TouchQualityRun(s, tmp, "--device", f"touchpad:{recording},speed=4", "--param", "uIdleSeconds=2")
     q.hands_off()
     q.wait_for(lambda: q.enabled(PASS_BUTTON), "Pass after the quiet hands-off period")
@@ -129,7 +129,7 @@ def case_a_hid_recording_replayed_passes(s, tmp):
     check(run["verdict"] == "PASS" and not run["events"], f"{run}\n{output}")
     f = figures(run)
     check(f["CellsCovered"] == f["CellsTotal"] == 91 and f["MaxContacts"] == 5 and f["PadWidth"] == 101.3, f)
-    check(abs(f["ReportRateOneContact"] - 125) < 1 and f["MalformedFrames"] == 0, f)
+    check(abs(f["ReportRateOneContact"] - 1e6 / 6500) < 1 and f["MalformedFrames"] == 0, f)
 
 
 def case_a_live_pad_removed_mid_test_ends_with_fail(s, tmp):
